@@ -1,0 +1,25 @@
+// The forward-only tag scanner that page and options files are read with. One file at a time is
+// held, squeezed into one text of tags; the read position only moves forward, so the order of the
+// elements is part of every format.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+extern char *xml;                // squeezed text, NUL-terminated; null while nothing is loaded
+extern std::int32_t xml_length;  // bytes in xml, the NUL included
+extern std::int32_t xml_pointer; // read position
+
+inline constexpr std::size_t XML_ITEM_SIZE = 1000; // buffer of a value; longer values are cut
+
+// 0 loaded, 1 failed. Unload in every case.
+std::int32_t xml_load_file(const char *path);
+std::int32_t xml_load_memory(std::span<const char> bytes);
+void xml_unload_file();
+
+// Moves behind the next open_tag when it stands before the next limit_tag. 0 found; 1 not found
+// (also when limit_tag does not follow at all), the position is unchanged then.
+std::int32_t xml_get_element(const char *open_tag, const char *limit_tag);
+
+// The same, and copies the text up to the next '<' into out.
+std::int32_t xml_get_item(const char *open_tag, const char *limit_tag, char (&out)[XML_ITEM_SIZE]);

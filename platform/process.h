@@ -1,0 +1,26 @@
+// Starting programs and handing things to the shell. The posix side records the starts
+// (platform/posix/recorder.h).
+#pragma once
+
+#include <cstddef>
+
+// Starts a process in the program's own folder and environment, inheriting no handles, and lets go
+// of it. application is the program's path, or null when command_line begins with it.
+// Returns 0, or 1 when it could not be started.
+int process_start(const char *application, const char *command_line);
+
+// Hands a document, folder or address to the shell with the verb "open". 0 opened, 1 refused.
+int shell_open(const char *target);
+
+// Switches the system's "no disk in drive" dialogs off while alive.
+struct CriticalErrorsOff {
+    unsigned previous;
+    CriticalErrorsOff();
+    ~CriticalErrorsOff();
+    CriticalErrorsOff(const CriticalErrorsOff &) = delete;
+    CriticalErrorsOff &operator=(const CriticalErrorsOff &) = delete;
+};
+
+// The default value of the classes-root key "HTTP\shell\open\command" into text. Returns 0, or 1
+// when the key is missing or its value is not a plain string.
+int registry_browser_command(char *text, std::size_t size);
