@@ -1,0 +1,43 @@
+// What the posix side records instead of showing or starting it, and what tests tell it to answer.
+// Only tests include this.
+#pragma once
+
+#include "platform/message.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+struct RecordedMessage {
+    std::string text, caption;
+    MessageIcon icon;
+    MessageButtons buttons;
+};
+
+struct RecordedStart {
+    bool through_shell;      // shell_open instead of process_start
+    std::string application; // empty = none was named
+    std::string command_line;
+};
+
+struct Recorder {
+    std::vector<RecordedMessage> messages;
+    std::vector<MessageAnswer> answers; // given in turn; then Ok or Cancel, whichever the box has
+    std::vector<RecordedStart> starts;
+    int (*start_result)(const RecordedStart &start); // null = every start succeeds
+    std::string browser_command; // empty = there is no such registry key
+
+    std::int32_t swaps, invalidations, toggles; // calls so far
+    bool minimised, background;                 // state of the imagined window
+    bool quit;
+    int quit_code;
+    std::int32_t cursor_x, cursor_y, mouse_trails;
+    std::int32_t screen_width, screen_height; // 0 = 1920 x 1080
+    std::string documents, local_app_data;    // folders; empty = the system has none
+};
+
+extern Recorder recorder;
+void recorder_reset();
+
+// Maps a drive ("c:") to a folder of this system; an unmapped drive does not exist.
+void drive_map(char letter, const std::string &folder);

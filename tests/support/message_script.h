@@ -1,0 +1,22 @@
+// Answers message boxes as a user would and keeps what they said. On Windows a hook finds the real
+// box and presses its button; natively the platform's recorder answers.
+#pragma once
+
+#include "platform/message.h"
+
+#include <string>
+#include <vector>
+
+struct ShownMessage {
+    std::string text, caption;
+};
+
+struct MessageScript {
+    // Answers the boxes in turn; boxes beyond the list get Ok, or Cancel where there is no Ok.
+    explicit MessageScript(std::vector<MessageAnswer> answers = {});
+    ~MessageScript();
+    MessageScript(const MessageScript &) = delete;
+    MessageScript &operator=(const MessageScript &) = delete;
+
+    std::vector<ShownMessage> shown() const;
+};
