@@ -107,3 +107,12 @@ end_display() {
     OPENBOX_PID= XVFB_PID=
     return 0
 }
+
+build_variant() { # preset
+    [ -e "build/$1/build.ninja" ] || cmake --preset "$1" >"$ORVANEL_CACHE/configure-$1.log" 2>&1 ||
+        { cat "$ORVANEL_CACHE/configure-$1.log"; return 1; }
+    # Quiet when all goes well; the whole output when it does not.
+    mkdir -p build
+    cmake --build --preset "$1" >"build/build-$1.log" 2>&1 ||
+        { grep -vE '^\[[0-9]+/[0-9]+\] (Building|Linking)' "build/build-$1.log"; return 1; }
+}

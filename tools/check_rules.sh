@@ -1,0 +1,34 @@
+#!/bin/bash
+# Rules of the house that no compiler knows. Prints what breaks them; fails when anything does.
+cd "$(dirname "$0")/.." || exit 1
+bad=0
+
+complain() { # rule, offending lines
+    [ -z "$2" ] && return
+    printf '%s\n%s\n\n' "$1" "$2"
+    bad=1
+}
+
+sources=$(git ls-files '*.cpp' '*.h')
+product=$(git ls-files 'app/*' 'page/*' 'scene/*' 'assets/*' 'actions/*' 'platform/*' |
+    grep -E '\.(cpp|h)$')
+
+complain "<windows.h> stays at the edge of the program:" "$(
+    grep -lE '#include <(windows|winsock2|shlobj|shellapi|commctrl)\.h>' $product |
+        grep -vE '^platform/win32/|^app/(orvanel|window_procedure)\.|^scene/gl_window\.')"
+complain "Text is copied by platform/text.h only:" "$(
+    grep -nE '\b(strcpy|strcat|sprintf|vsprintf|strncpy|strncat|gets)\(' $sources)"
+complain "No iostreams in the product:" "$(grep -nE '#include <(iostream|fstream|sstream)>' $product)"
+complain "A source includes its own header first:" "$(
+    for source in $(echo "$product" | grep '\.cpp$'); do
+        header=${source%.cpp}.h
+        [ -e "$header" ] || continue
+        first=$(grep -m1 '#include' "$source")
+        [ "$first" = "#include \"$header\"" ] || echo "$source: $first"
+    done)"
+complain "Every header compiles alone:" "$(
+    for header in $(echo "$product" | grep '\.h$' | grep -vE 'win32/|gl_window'); do
+        echo "#include \"$header\"" |
+            g++ -std=c++20 -I. -Wall -Wextra -fsyntax-only -x c++ - 2>&1 | head -3
+    done)"
+exit $bad

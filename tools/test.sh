@@ -1,0 +1,109 @@
+#!/bin/bash
+# Installs what is missing, builds everything and runs every test: source checks, the core natively
+# under sanitizers, all tests as 32-bit and 64-bit Windows programs, the fuzzers over their seeds, and
+# the program end to end with mouse and keyboard. Ends with "N passed, N failed".
+#   tools/test.sh [stage…]     only these stages: checks native win64 win32 fuzz e2e
+#   FUZZ_SECONDS=600 tools/test.sh fuzz     a longer run of each fuzzer
+set -uo pipefail
+. "$(dirname "$0")/lib.sh"
+need_root "$@"
+cd "$ORVANEL_ROOT"
+mkdir -p "$ORVANEL_CACHE" build
+stages=${*:-checks native win64 win32 fuzz e2e}
+fuzz_seconds=${FUZZ_SECONDS:-20}
+jobs=$(nproc)
+reports=$ORVANEL_ROOT/build/reports
+
+wants() {
+    case " $stages " in *" $1 "*) return 0 ;; esac
+    return 1
+}
+
+say() {
+    printf '\n== %s (%s)\n' "$1" "$(date +%T)"
+}
+
+install_packages $PACKAGES_BUILD $PACKAGES_RUN $PACKAGES_TEST || exit 1
+# A display with a window manager of its own; fixed size, so that window sizes can be asserted.
+trap end_display EXIT
+begin_display 1920x1080x24
+make_wines || exit 1
+rm -rf "$reports"
+mkdir -p "$reports"
+export ORVANEL_REPORTS=$reports
+
+# A step outside the test runners counts as one test.
+step() { # name, command…
+    local name=$1 output=$reports/$1.log
+    shift
+    if "$@" >"$output" 2>&1; then
+        echo passed >"$reports/$name.step"
+    else
+        echo failed >"$reports/$name.step"
+        echo "FAILED: $name"
+        tail -40 "$output"
+    fi
+}
+
+run_ctest() { # preset
+    build_variant "$1" || { echo failed >"$reports/build-$1.step"; return; }
+    rm -f build/"$1"/reports/*.xml
+    ctest --test-dir "build/$1" --output-junit "$reports/ctest-$1.xml" -j "$jobs" \
+        --output-on-failure --no-tests=error >"$reports/ctest-$1.log" 2>&1 ||
+        grep -E 'FAILED|Failed|\*\*\*|Failure|error:|ERROR: ' "$reports/ctest-$1.log" | head -60
+}
+
+run_fuzzers() {
+    build_variant fuzz || { echo failed >"$reports/build-fuzz.step"; return; }
+    local fuzzer name running=0
+    for fuzzer in build/fuzz/fuzz/fuzz_*; do
+        [ -x "$fuzzer" ] && [ -f "$fuzzer" ] || continue
+        name=${fuzzer##*/fuzz_}
+        mkdir -p "build/fuzz/corpus/$name"
+        step "fuzz-$name" "$fuzzer" -max_total_time="$fuzz_seconds" -timeout=10 -rss_limit_mb=4096 \
+            -max_len=65536 -dict="fuzz/$name.dict" -artifact_prefix="$reports/fuzz-$name-" \
+            -print_final_stats=1 "build/fuzz/corpus/$name" "fuzz/seeds/$name" &
+        running=$((running + 1))
+        if [ "$running" -ge "$jobs" ]; then
+            wait -n
+            running=$((running - 1))
+        fi
+    done
+    wait $(jobs -rp | grep -vxF -e "$XVFB_PID" -e "$OPENBOX_PID") 2>/dev/null
+}
+
+if wants checks; then
+    say "Source checks"
+    step format bash -c "git ls-files '*.cpp' '*.h' | xargs clang-format-14 --dry-run --Werror"
+    step house-rules tools/check_rules.sh
+    build_variant native && step clang-tidy tools/check_tidy.sh
+fi
+if wants native; then
+    say "Core, native, with sanitizers"
+    run_ctest native
+fi
+for variant in win64 win32; do
+    if wants $variant; then
+        say "Windows programs under Wine, $variant"
+        run_ctest $variant
+    fi
+done
+if wants fuzz; then
+    say "Fuzzers, $fuzz_seconds seconds each"
+    run_fuzzers
+fi
+if wants e2e; then
+    for variant in win32 win64; do
+        say "End to end, $variant"
+        if build_variant $variant; then
+            ORVANEL_VARIANT=$variant /usr/bin/python3 -m pytest -q -p no:cacheprovider tests/e2e \
+                --junit-xml="$reports/e2e-$variant.xml" -o junit_suite_name="e2e-$variant" \
+                >"$reports/e2e-$variant.log" 2>&1 || tail -60 "$reports/e2e-$variant.log"
+            [ -e "$reports/e2e-$variant.xml" ] || echo failed >"$reports/e2e-$variant.step"
+        else
+            echo failed >"$reports/build-$variant.step"
+        fi
+    done
+fi
+say "All done; logs and pictures in build/reports and build/*/pictures"
+/usr/bin/python3 tools/summarise.py "$reports" build
