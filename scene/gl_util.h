@@ -18,6 +18,9 @@ inline constexpr std::int32_t DEPTH_LOOKUP_FLOOR = 3;
 inline constexpr std::int32_t DEPTH_LOOKUP_LABEL = 4; // one further, for labels and boxes
 extern const float depth_lookup[16];
 
+// The fixed state that all drawing relies on, for a context just made current.
+void gl_init_state();
+
 // Floor coordinates of a window position (pixels from the top left). depth 0 = read it from the
 // depth buffer. Returns the depth used.
 float GetOGLPos(std::int32_t x, std::int32_t y, float *floor_x, float *floor_y, float depth);
