@@ -7,6 +7,15 @@
 
 #include <cstdint>
 
+struct FontColour {
+    float red, green, blue; // 0..1
+};
+
+// White, or dark grey on a bright page (scene_invalidate_floor switches the first two).
+extern FontColour font_white;          // names, descriptions, page title
+extern FontColour font_label_normal;   // labels
+extern FontColour font_label_selected; // the label under the mouse in edit mode
+
 struct BitmapFont {
     std::uint32_t list_base; // first of 96 lists, characters 32..127
     float width[128];        // advance by character code, sixteenths of a pixel
