@@ -1,0 +1,225 @@
+"""Orvanel as a user has it: the real program under Wine, driven by mouse and keyboard."""
+
+import math
+import os
+import pathlib
+import shutil
+import subprocess
+import time
+
+from PIL import Image
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+VARIANT = os.environ.get("ORVANEL_VARIANT", "win32")
+CACHE = pathlib.Path(os.environ.get("ORVANEL_CACHE", "/var/cache/orvanel"))
+PROGRAM_FOLDER = ROOT / "build" / VARIANT
+WINE = ROOT / "tools" / f"wine{VARIANT.removeprefix('win')}.sh"
+PREFIX = CACHE / "prefix64" if VARIANT == "win64" else CACHE / "wine32" / "root" / "prefix32"
+USER = PREFIX / "drive_c" / "users" / "root"
+DOCUMENTS = USER / "Documents"
+PAGES = DOCUMENTS / "Orvanel Pages"
+SETTINGS = USER / "AppData" / "Local" / "Orvanel"
+TEMP = USER / "Temp"
+PICTURES = pathlib.Path(os.environ.get("ORVANEL_REPORTS", ROOT / "build" / "reports")) / "pictures"
+
+SCREEN_HEIGHT = 1080
+START_TIMEOUT = 40.0
+STEP = 0.1
+
+
+def wait_for(condition, timeout=15.0, what="condition"):
+    """Polls until condition() is true and returns its value."""
+    end = time.monotonic() + timeout
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > end:
+            raise AssertionError(f"waited {timeout} s in vain for {what}")
+        time.sleep(STEP)
+
+
+def xdotool(*arguments):
+    result = subprocess.run(["xdotool", *map(str, arguments)], capture_output=True, text=True)
+    return result.stdout.strip()
+
+
+def page_text(nodes="", colour=("-1.00", "-1.00", "-1.00"), version="004", position=(0.0, 0.0)):
+    """A page as the program writes it."""
+    return (
+        '<?xml version="1.0" encoding="utf-8" ?>\n<page>\n'
+        f"\t<offv>{version}</offv>\n\t<properties>\n"
+        f"\t\t<x_position>{position[0]:.2f}</x_position>\n"
+        f"\t\t<y_position>{position[1]:.2f}</y_position>\n\t\t<colour>\n"
+        f"\t\t\t<red>{colour[0]}</red>\n\t\t\t<green>{colour[1]}</green>\n"
+        f"\t\t\t<blue>{colour[2]}</blue>\n\t\t</colour>\n\t</properties>\n{nodes}</page>\n"
+    )
+
+
+def object_text(name, x, y, actions):
+    """An object element; actions are (name, command) pairs."""
+    lines = "".join(
+        "\t\t<action>\n\t\t\t<type>command</type>\n\t\t\t<owner>0</owner>\n"
+        f"\t\t\t<name>{title}</name>\n\t\t\t<command>{command}</command>\n"
+        "\t\t\t<icon></icon>\n\t\t</action>\n"
+        for title, command in actions
+    )
+    return (
+        "\t<node>\n\t\t<type>object</type>\n\t\t<!-- object_id 0 -->\n"
+        f"\t\t<name>{name}</name>\n\t\t<description></description>\n"
+        f"\t\t<x_position>{x:.2f}</x_position>\n\t\t<y_position>{y:.2f}</y_position>\n"
+        f"\t\t<model>server.obj</model>\n{lines}\t</node>\n"
+    )
+
+
+def page_object_text(name, x, y, file_name):
+    return (
+        "\t<node>\n\t\t<type>page</type>\n\t\t<!-- object_id 0 -->\n"
+        f"\t\t<name>{name}</name>\n\t\t<description></description>\n"
+        f"\t\t<x_position>{x:.2f}</x_position>\n\t\t<y_position>{y:.2f}</y_position>\n"
+        f"\t\t<model>page_orvanel.obj</model>\n\t\t<page_file>{file_name}</page_file>\n\t</node>\n"
+    )
+
+
+def clean_user():
+    """A user who never ran Orvanel."""
+    shutil.rmtree(PAGES, ignore_errors=True)
+    shutil.rmtree(SETTINGS, ignore_errors=True)
+    (PROGRAM_FOLDER / "options.xml").unlink(missing_ok=True)
+    TEMP.mkdir(exist_ok=True)
+
+
+def write_page(name, text):
+    PAGES.mkdir(parents=True, exist_ok=True)
+    (PAGES / name).write_bytes(text.encode("latin-1").replace(b"\n", b"\r\n"))
+
+
+def write_options(folder=SETTINGS, **values):
+    """An options file holding only these keys, in the order in which the program asks for them."""
+    folder.mkdir(parents=True, exist_ok=True)
+    keys = "".join(f"\t<{key}>{value}</{key}>\n" for key, value in values.items())
+    (folder / "options.xml").write_text(
+        '<?xml version="1.0" encoding="utf-8" ?>\n<orvanel_options>\n\t<offv>002</offv>\n'
+        f"{keys}</orvanel_options>\n"
+    )
+
+
+def run_wine(*arguments):
+    result = subprocess.run(
+        [str(WINE), *map(str, arguments)], capture_output=True, text=True, timeout=60
+    )
+    return result.stdout
+
+
+def window_texts():
+    """The visible windows: lists of class, title and control texts."""
+    output = run_wine(PROGRAM_FOLDER / "tests" / "window_texts.exe")
+    return [line.split("|") for line in output.splitlines() if "|" in line]
+
+
+class Orvanel:
+    """One running instance."""
+
+    def __init__(self, *arguments):
+        self.process = subprocess.Popen(
+            [str(WINE), str(PROGRAM_FOLDER / "orvanel.exe"), *arguments], cwd=PROGRAM_FOLDER
+        )
+        self.window = None
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        if self.process.poll() is None:
+            self.close_everything()
+
+    def close_everything(self):
+        """Ends the program as a user who closes its windows would; by its id if that fails."""
+        end = time.monotonic() + 10
+        while self.process.poll() is None and time.monotonic() < end:
+            for window in xdotool("search", "--onlyvisible", "--name", "^Orvanel$").split():
+                xdotool("windowfocus", window, "key", "Escape")
+            time.sleep(0.3)
+        if self.process.poll() is None:
+            self.process.kill()
+        self.process.wait()
+
+    def find_window(self):
+        for window in xdotool("search", "--onlyvisible", "--name", "^Orvanel$").split():
+            geometry = self.geometry(window)
+            if geometry and geometry[2] >= 640 and geometry[3] >= 480:
+                return window
+        return None
+
+    @staticmethod
+    def geometry(window):
+        values = dict(
+            line.split("=") for line in xdotool("getwindowgeometry", "--shell", window).splitlines()
+        )
+        if "WIDTH" not in values:
+            return None
+        return tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+
+    def wait_ready(self):
+        """Waits until the main window shows a drawn page."""
+        self.window = wait_for(self.find_window, START_TIMEOUT, "the main window")
+        wait_for(lambda: self.picture().getpixel((600, 5)) != (0, 0, 0), 20, "the first frame")
+        time.sleep(0.5)
+        return self
+
+    def picture(self, name=None):
+        """The client area as an image; kept under this name when one is given."""
+        PICTURES.mkdir(parents=True, exist_ok=True)
+        path = PICTURES / f"{VARIANT}-{name or 'last'}.png"
+        subprocess.run(
+            ["/usr/bin/import-im6.q16", "-silent", "-window", self.window, str(path)],
+            check=True,
+        )
+        return Image.open(path).convert("RGB")
+
+    def screen_position(self, x, y, zoom_level=4, position=(0.0, 0.0)):
+        """Client pixel of an object standing at floor position x, y."""
+        _, _, width, height = self.geometry(self.window)
+        divisor = SCREEN_HEIGHT // 30
+        half_angle = math.radians(height / divisor) / 2
+        pixels = (height / 2) / math.tan(half_angle) / (160 - 10 * zoom_level)
+        return (
+            round(width / 2 + (x - position[0]) * pixels),
+            round(height / 2 - (y - position[1]) * pixels),
+        )
+
+    def move_to(self, x, y):
+        xdotool("mousemove", "--window", self.window, x, y)
+        time.sleep(0.4)  # the hover test runs every 100 ms
+
+    def double_click(self, x, y):
+        self.move_to(x, y)
+        xdotool("click", "--repeat", 2, "--delay", 60, 1)
+
+    def key(self, *names):
+        xdotool("windowfocus", "--sync", self.window)
+        xdotool("key", *names)
+        time.sleep(0.4)
+
+    def exit_code(self, timeout=15):
+        return self.process.wait(timeout)
+
+    @staticmethod
+    def message():
+        """Caption and text of the message box on screen, or None."""
+        for parts in window_texts():
+            if parts[0] == "#32770":
+                return parts[1], " ".join(parts[2:])
+        return None
+
+    def wait_message(self, timeout=START_TIMEOUT):
+        return wait_for(self.message, timeout, "a message box")
+
+    @staticmethod
+    def answer(key="Return"):
+        """Presses a key in the message box."""
+        for window in xdotool("search", "--onlyvisible", "--name", "^Orvanel$").split():
+            geometry = Orvanel.geometry(window)
+            if geometry and geometry[3] < 480:
+                xdotool("windowfocus", "--sync", window, "key", key)
+        time.sleep(0.5)
