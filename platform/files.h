@@ -36,18 +36,21 @@ int file_create_text(const char *path, std::string_view text);
 // 0 when the file can be opened for appending; a missing file is created empty by that. Else 1.
 int file_probe_writable(const char *path);
 
-int file_delete(const char *path);                      // 0 deleted, 1 failed
-int file_copy(const char *source, const char *target);  // overwrites; 0 copied, 1 failed
-int file_rename(const char *source, const char *target); // 0 renamed, 1 failed
+int file_delete(const char *path);                     // 0 deleted, 1 failed
+int file_copy(const char *source, const char *target); // overwrites; 0 copied, 1 failed
+
+// Refuses to replace an existing file. 0 renamed, 1 failed.
+int file_rename(const char *source, const char *target);
 
 struct FolderEntry {
     char name[PATH_SIZE];
     bool is_folder;
+    bool is_link; // stands for a file or folder elsewhere, perhaps for one of its own parents
 };
 
 // Enumeration of "folder\pattern" (pattern with * and ?, case ignored), in the order in which the
 // file system lists the entries, "." and ".." included where the system lists them. The handle is
-// null when nothing can be enumerated.
+// null when nothing matches or the folder cannot be enumerated.
 struct FolderScan;
 void folder_scan_close(FolderScan *scan);
 struct FolderScanCloser {

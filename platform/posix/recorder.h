@@ -25,7 +25,7 @@ struct Recorder {
     std::vector<MessageAnswer> answers; // given in turn; then Ok or Cancel, whichever the box has
     std::vector<RecordedStart> starts;
     int (*start_result)(const RecordedStart &start); // null = every start succeeds
-    std::string browser_command; // empty = there is no such registry key
+    std::string browser_command;                     // empty = there is no such registry key
 
     std::int32_t swaps, invalidations, toggles; // calls so far
     bool minimised, background;                 // state of the imagined window

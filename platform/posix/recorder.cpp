@@ -1,0 +1,10 @@
+#include "platform/posix/recorder.h"
+
+#include "platform/posix/drives.h"
+
+Recorder recorder;
+
+void recorder_reset() {
+    recorder = Recorder{};
+    drives_reset();
+}

@@ -1,0 +1,247 @@
+#include "platform/files.h"
+
+#include "platform/text.h"
+#include "platform/wildcard.h"
+
+#include <windows.h>
+
+#include <new>
+#include <string>
+#include <utility>
+
+static constexpr std::size_t WRITE_BLOCK = 1u << 16; // bytes
+static constexpr DWORD READ_BLOCK_MAX = 1u << 30;    // bytes
+static constexpr int TEMPORARY_NAME_ATTEMPTS = 16;
+static constexpr int REPLACE_ATTEMPTS = 10;
+static constexpr DWORD REPLACE_PAUSE = 20; // milliseconds
+static constexpr DWORD SHARE_ALL = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+// False as well when path names nothing.
+static bool has_attribute(const char *path, DWORD attribute) {
+    const DWORD attributes = GetFileAttributesA(path);
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & attribute) != 0;
+}
+
+static bool read_whole(HANDLE file, std::vector<char> *bytes) {
+    std::size_t used = 0;
+    while (used < bytes->size()) {
+        const std::size_t left = bytes->size() - used;
+        const DWORD wanted = left < READ_BLOCK_MAX ? static_cast<DWORD>(left) : READ_BLOCK_MAX;
+        DWORD got = 0;
+        if (ReadFile(file, bytes->data() + used, wanted, &got, nullptr) == 0)
+            return false;
+        if (got == 0)
+            break;
+        used += got;
+    }
+    bytes->resize(used);
+    return true;
+}
+
+// Devices ("con") and pipes have no size and could keep us waiting: only files on a disk are read.
+static bool read_open_file(HANDLE file, std::vector<char> *bytes, std::size_t limit) {
+    LARGE_INTEGER size;
+    if (GetFileType(file) != FILE_TYPE_DISK || GetFileSizeEx(file, &size) == 0 ||
+        static_cast<unsigned long long>(size.QuadPart) > limit)
+        return false;
+    try {
+        bytes->resize(static_cast<std::size_t>(size.QuadPart));
+    } catch (const std::bad_alloc &) {
+        return false;
+    }
+    return read_whole(file, bytes);
+}
+
+int file_read(const char *path, std::vector<char> *bytes, std::size_t limit) {
+    bytes->clear();
+    const HANDLE file = CreateFileA(path, GENERIC_READ, SHARE_ALL, nullptr, OPEN_EXISTING,
+                                    FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return 1;
+    const bool done = read_open_file(file, bytes, limit);
+    CloseHandle(file);
+    if (!done)
+        bytes->clear();
+    return done ? 0 : 1;
+}
+
+long long file_size(const char *path) {
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    if (GetFileAttributesExA(path, GetFileExInfoStandard, &data) == 0 ||
+        (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
+        return -1;
+    LARGE_INTEGER size;
+    size.LowPart = data.nFileSizeLow;
+    size.HighPart = static_cast<LONG>(data.nFileSizeHigh);
+    return size.QuadPart;
+}
+
+bool file_exists(const char *path) {
+    return file_size(path) >= 0;
+}
+
+bool folder_exists(const char *path) {
+    return has_attribute(path, FILE_ATTRIBUTE_DIRECTORY);
+}
+
+int folder_create(const char *path) {
+    return CreateDirectoryA(path, nullptr) != 0 || folder_exists(path) ? 0 : 1;
+}
+
+static bool write_block(HANDLE file, const std::string &block) {
+    DWORD written = 0;
+    return WriteFile(file, block.data(), static_cast<DWORD>(block.size()), &written, nullptr) !=
+               0 &&
+           written == block.size();
+}
+
+// Writes the text with the system's line ends.
+static bool write_whole(HANDLE file, std::string_view text) {
+    std::string block;
+    for (const char character : text) {
+        if (character == '\n')
+            block += '\r';
+        block += character;
+        if (block.size() >= WRITE_BLOCK) {
+            if (!write_block(file, block))
+                return false;
+            block.clear();
+        }
+    }
+    return block.empty() || write_block(file, block);
+}
+
+// Writes, brings to the disk and closes, whatever fails on the way.
+static bool write_flush_close(HANDLE file, std::string_view text) {
+    const bool written = write_whole(file, text) && FlushFileBuffers(file) != 0;
+    return CloseHandle(file) != 0 && written;
+}
+
+// Creates a file of a new name in the target's folder, which is left in name. The name ends in
+// ".tmp", so that one left behind by a power cut is never taken for a page.
+static HANDLE open_temporary(const char *target, char (&name)[PATH_SIZE]) {
+    const std::string_view path = target;
+    const std::size_t separator = path.find_last_of("\\/:");
+    const std::size_t folder = separator == std::string_view::npos ? 0 : separator + 1;
+    for (unsigned i = 0; i < TEMPORARY_NAME_ATTEMPTS; i++) {
+        text_format(name, sizeof name, "%.*s~orvanel-%lx-%x.tmp", static_cast<int>(folder), target,
+                    static_cast<unsigned long>(GetCurrentProcessId()), i);
+        const HANDLE file = CreateFileA(name, GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr);
+        if (file != INVALID_HANDLE_VALUE || GetLastError() != ERROR_FILE_EXISTS)
+            return file;
+    }
+    return INVALID_HANDLE_VALUE;
+}
+
+// Virus scanners and indexers hold a file for a moment after it was written; they are waited for.
+static bool put_in_place(const char *temporary, const char *target) {
+    for (int i = 0; i < REPLACE_ATTEMPTS; i++) {
+        if (MoveFileExA(temporary, target, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0)
+            return true;
+        const DWORD error = GetLastError();
+        if (error != ERROR_SHARING_VIOLATION && error != ERROR_ACCESS_DENIED)
+            return false;
+        Sleep(REPLACE_PAUSE);
+    }
+    return false;
+}
+
+int file_replace_text(const char *path, std::string_view text) {
+    if (has_attribute(path, FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY))
+        return 1;
+    char temporary[PATH_SIZE];
+    const HANDLE file = open_temporary(path, temporary);
+    if (file == INVALID_HANDLE_VALUE)
+        return 1;
+    if (write_flush_close(file, text) && put_in_place(temporary, path))
+        return 0;
+    DeleteFileA(temporary);
+    return 1;
+}
+
+int file_create_text(const char *path, std::string_view text) {
+    const HANDLE file =
+        CreateFileA(path, GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        const DWORD error = GetLastError();
+        return error == ERROR_FILE_EXISTS || error == ERROR_ALREADY_EXISTS ? 1 : 2;
+    }
+    if (write_flush_close(file, text))
+        return 0;
+    DeleteFileA(path);
+    return 2;
+}
+
+int file_probe_writable(const char *path) {
+    const HANDLE file =
+        CreateFileA(path, GENERIC_READ | FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                    nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return 1;
+    CloseHandle(file);
+    return 0;
+}
+
+int file_delete(const char *path) {
+    return DeleteFileA(path) != 0 ? 0 : 1;
+}
+
+int file_copy(const char *source, const char *target) {
+    return CopyFileA(source, target, FALSE) != 0 ? 0 : 1;
+}
+
+int file_rename(const char *source, const char *target) {
+    return MoveFileA(source, target) != 0 ? 0 : 1;
+}
+
+struct FolderScan {
+    HANDLE find;
+    WIN32_FIND_DATAA data; // the entry to be given next
+    bool waiting;          // false once the system has no more
+    std::string pattern;   // of the names
+};
+
+void folder_scan_close(FolderScan *scan) {
+    if (scan == nullptr)
+        return;
+    FindClose(scan->find);
+    delete scan;
+}
+
+// Moves on to an entry whose long name matches. The system also matches the short names that it
+// keeps beside the long ones: "*.xml" then finds "old.xmlbackup".
+static void skip_others(FolderScan *scan) {
+    while (scan->waiting && !wildcard_match(scan->pattern.c_str(), scan->data.cFileName))
+        scan->waiting = FindNextFileA(scan->find, &scan->data) != 0;
+}
+
+FolderScanHandle folder_scan_open(const char *pattern) {
+    WIN32_FIND_DATAA data;
+    const HANDLE find = FindFirstFileA(pattern, &data);
+    if (find == INVALID_HANDLE_VALUE)
+        return nullptr;
+    const std::string_view path = pattern;
+    const std::size_t separator = path.find_last_of("\\/:");
+    const std::size_t name = separator == std::string_view::npos ? 0 : separator + 1;
+    FolderScanHandle scan(new FolderScan{find, data, true, std::string(path.substr(name))});
+    skip_others(scan.get());
+    return scan->waiting ? std::move(scan) : nullptr;
+}
+
+// Cloud storage marks ordinary folders as well; only what stands for another name is a link.
+static bool is_link(const WIN32_FIND_DATAA &data) {
+    return (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+           IsReparseTagNameSurrogate(data.dwReserved0);
+}
+
+bool folder_scan_next(FolderScan *scan, FolderEntry *entry) {
+    if (!scan->waiting)
+        return false;
+    text_copy(entry->name, scan->data.cFileName);
+    entry->is_folder = (scan->data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    entry->is_link = is_link(scan->data);
+    scan->waiting = FindNextFileA(scan->find, &scan->data) != 0;
+    skip_others(scan);
+    return true;
+}
