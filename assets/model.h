@@ -9,6 +9,7 @@
 inline constexpr std::int32_t MODEL_CAPACITY = 255;
 inline constexpr std::int32_t MATERIAL_NAME_SIZE = 20;
 inline constexpr std::int32_t NO_MATERIAL = -1;
+inline constexpr float colour_black[4] = {0.0f, 0.0f, 0.0f, 1.0f};
 
 struct Face {
     std::int32_t vertex_total; // corners read, at most 3
@@ -36,7 +37,7 @@ struct Model {
     std::uint32_t display_list;
     std::int32_t display_list_compiled;
     float min_x, max_x, min_y, max_y, min_z, max_z; // padded bounding box, model units
-    char file_name[256];                            // relative to the models folder; empty = model 0
+    char file_name[256]; // relative to the models folder; empty = model 0
 };
 
 extern Model models[MODEL_CAPACITY];
