@@ -7,7 +7,8 @@
 
 static void print_utf8(const wchar_t *text) {
     char bytes[4096];
-    const int length = WideCharToMultiByte(CP_UTF8, 0, text, -1, bytes, sizeof bytes, nullptr, nullptr);
+    const int length =
+        WideCharToMultiByte(CP_UTF8, 0, text, -1, bytes, sizeof bytes, nullptr, nullptr);
     for (int i = 0; i + 1 < length; i++)
         std::putchar(bytes[i] == '\n' || bytes[i] == '\r' ? ' ' : bytes[i]);
 }
