@@ -19,6 +19,9 @@ std::int32_t run_program(const char *command);
 // terminator. Inserted text is not scanned again.
 void variable_substitute(char *text, const char *pattern, const char *value, std::size_t size);
 
+// Puts an object's name in place of $NAME, $name, ${NAME} and ${name}, as run_action does.
+void action_substitute_name(char (&command)[PATH_SIZE], const char *name);
+
 // Splits a command line; each part up to 260 characters.
 void command_line_seperate(const char *command, char (&program)[PATH_SIZE],
                            char (&arguments)[PATH_SIZE]);
@@ -26,7 +29,9 @@ void command_line_seperate(const char *command, char (&program)[PATH_SIZE],
 // 0 when text begins like a web address, 1 otherwise: zero means yes on purpose.
 std::int32_t is_url(const char *text);
 
-// Looks for a file below a folder. 0 found, 1 not.
+// Looks for a file below a folder (misc_find.cpp), depth first, in the order of the file system.
+// Folders are entered when recurse is 1, down to max_depth backslashes in "folder\*"; 0 = no limit.
+// Paths longer than 260 characters are passed over. 0 found, 1 not.
 std::int32_t finder_find(const char *folder, const char *file_name, std::int32_t recurse,
                          std::int32_t max_depth, char (&found_path)[PATH_SIZE]);
 
