@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 
 struct Options {
@@ -39,9 +40,9 @@ struct PageColourPreset {
     float red, green, blue;
 };
 inline constexpr PageColourPreset PAGE_COLOUR_PRESETS[] = {
-    {"Blue", 0.07f, 0.13f, 0.19f},   {"Gray", 0.14f, 0.14f, 0.14f},
+    {"Blue", 0.07f, 0.13f, 0.19f},      {"Gray", 0.14f, 0.14f, 0.14f},
     {"Turquoise", 0.05f, 0.19f, 0.18f}, {"Purple", 0.11f, 0.09f, 0.19f},
-    {"Orange", 0.25f, 0.13f, 0.00f}, {"Black", 0.00f, 0.00f, 0.00f},
+    {"Orange", 0.25f, 0.13f, 0.00f},    {"Black", 0.00f, 0.00f, 0.00f},
 };
 
 enum OptionsResult : std::int32_t {
@@ -64,3 +65,6 @@ std::int32_t xml_save_options();
 // OptionsResult. Reads the user's file, else the one in the program's folder (and then saves it to
 // the user's place).
 std::int32_t xml_load_options();
+
+// Reads the bytes of an options file over the record. OptionsResult.
+std::int32_t options_read_memory(std::span<const char> bytes);

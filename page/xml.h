@@ -3,6 +3,7 @@
 // elements is part of every format.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
@@ -12,14 +13,20 @@ extern std::int32_t xml_pointer; // read position
 
 inline constexpr std::size_t XML_ITEM_SIZE = 1000; // buffer of a value; longer values are cut
 
-// 0 loaded, 1 failed. Unload in every case.
+// 0 loaded; 1 failed, what was loaded before is still held then. Unload in every case.
 std::int32_t xml_load_file(const char *path);
 std::int32_t xml_load_memory(std::span<const char> bytes);
 void xml_unload_file();
 
 // Moves behind the next open_tag when it stands before the next limit_tag. 0 found; 1 not found
-// (also when limit_tag does not follow at all), the position is unchanged then.
+// (also when limit_tag does not follow at all), the position is unchanged then. All searches of a
+// load together take time linear in the file, however they fail.
 std::int32_t xml_get_element(const char *open_tag, const char *limit_tag);
 
-// The same, and copies the text up to the next '<' into out.
+// The same, and copies the text up to the next '<' into out (untouched when not found).
 std::int32_t xml_get_item(const char *open_tag, const char *limit_tag, char (&out)[XML_ITEM_SIZE]);
+
+// Numbers at the start of a value, 0 where there is none. What the type cannot hold becomes its
+// nearest limit, not-a-number becomes 0: nothing else in the program has to expect them.
+std::int32_t xml_to_int(const char *text);
+float xml_to_float(const char *text);

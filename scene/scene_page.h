@@ -6,6 +6,7 @@
 #include "scene/scene_floor.h"
 
 #include <cstdint>
+#include <span>
 
 inline constexpr std::size_t SCENE_FILE_NAME_SIZE = 261;
 inline constexpr std::size_t SCENE_TITLE_SIZE = 41;
@@ -36,10 +37,10 @@ struct SceneStackEntry {
 
 extern char scene_page_file_name[SCENE_FILE_NAME_SIZE];
 extern char scene_page_title[SCENE_TITLE_SIZE];
-extern std::int32_t node_label_total;        // labels of the page, for their generated names
-extern std::int32_t scene_page_hosts_total;  // objects on the page
-extern std::int32_t scene_page_links_total;  // page objects on the page
-extern std::int32_t scene_changed;           // 1 = differs from its file
+extern std::int32_t node_label_total;       // labels of the page, for their generated names
+extern std::int32_t scene_page_hosts_total; // objects on the page
+extern std::int32_t scene_page_links_total; // page objects on the page
+extern std::int32_t scene_changed;          // 1 = differs from its file
 extern TemplateObject template_object;
 extern SceneStackEntry scene_stack[SCENE_STACK_CAPACITY];
 extern std::int32_t scene_stack_depth; // entries in use; the page shown is not among them
@@ -47,6 +48,10 @@ extern std::int32_t scene_stack_depth; // entries in use; the page shown is not 
 // ---- loading and saving (scene_load.cpp)
 // PageResult. After a failure the scene is empty.
 std::uint32_t scene_load_page(const char *file_name, const char *title);
+
+// The same from the bytes of a page file; file_name is only remembered.
+std::uint32_t scene_load_page_memory(std::span<const char> bytes, const char *file_name,
+                                     const char *title);
 
 // Writes the page shown. 0 written, 1 the file cannot be written (the old one is untouched).
 std::int32_t xml_save_page(const char *name);
@@ -58,15 +63,16 @@ extern const char SCENE_TOO_MANY_ON_PAGE[]; // the page stack
 
 // ---- template object (scene_template.cpp)
 void template_object_init();
-void template_object_load(); // from the object named "Template", else unchanged
+void template_object_load();          // from the object named "Template", else unchanged
 std::int32_t template_object_check(); // 0 = a template is available
 void template_object_copy(TemplateObject *target, const TemplateObject *source);
 void template_object_delete(); // falls back to the nearest template of the stack
 void template_object_free();   // at shutdown: frees the action records of all templates
 
 // ---- page stack (scene_stack.cpp)
-std::int32_t scene_stack_push();  // 0 pushed, 2 the stack is full
-std::uint32_t scene_stack_pop();  // 0 parent loaded or nothing to pop, 1 the current page was reloaded
+std::int32_t scene_stack_push(); // 0 pushed, 2 the stack is full
+std::uint32_t
+scene_stack_pop(); // 0 parent loaded or nothing to pop, 1 the current page was reloaded
 void scene_stack_jump(std::int32_t depth); // drops the entries above depth
 void scene_page_back();
 void scene_page_back_home();

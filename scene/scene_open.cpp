@@ -1,0 +1,68 @@
+#include "scene/scene_page.h"
+
+#include "actions/misc.h"
+#include "platform/message.h"
+#include "platform/text.h"
+#include "scene/interaction.h"
+#include "scene/scene.h"
+
+#include <cstring>
+
+static void show_page(std::int32_t mode) {
+    scene_floor_init();
+    scene_invalidate_floor();
+    open_mode = mode;
+    scene_request_redraw();
+    scene_draw();
+}
+
+std::int32_t load_page(const char *file, const char *title) {
+    if (scene_stack_push() != 0) {
+        message_box("The maximum number of page levels has been reached.", MESSAGE_CAPTION,
+                    MessageIcon::Exclamation);
+        scene_request_redraw();
+        scene_draw();
+        return 1;
+    }
+    const std::uint32_t result = scene_load_page(file, title);
+    if (result != PAGE_LOADED) {
+        message_box(scene_load_message(result, SCENE_TOO_MANY_ON_HOME), MESSAGE_CAPTION,
+                    MessageIcon::Exclamation);
+        scene_stack_pop();
+    }
+    show_page(0);
+    return 0;
+}
+
+std::uint32_t open_page_from_command_line(const char *text) {
+    char path[PATH_SIZE];
+    const char *quote = std::strchr(text, '"');
+    text_copy(path, quote != nullptr ? quote + 1 : text);
+    char *last_quote = std::strrchr(path, '"');
+    if (last_quote != nullptr)
+        *last_quote = '\0';
+    char title[PAGE_TITLE_SIZE];
+    generate_page_name_from_file_name(path, title);
+    const std::uint32_t result = scene_load_page(path, title);
+    if (result == PAGE_LOADED)
+        open_mode = 1;
+    return result;
+}
+
+void scene_open_handed_over_page(const char *path) {
+    if (text_contains(path, "home.orvl")) {
+        scene_page_back_home();
+        return;
+    }
+    // The new page sits right above the home page, whatever was open. On a full stack nothing is
+    // pushed, and cutting it makes the place.
+    scene_stack_push();
+    scene_stack_jump(1);
+    if (open_page_from_command_line(path) != PAGE_LOADED) {
+        message_box("Failed to load page file.", MESSAGE_CAPTION, MessageIcon::Exclamation);
+        scene_stack_pop();
+    }
+    show_page(1);
+    scene_request_redraw();
+    scene_draw();
+}
