@@ -17,12 +17,15 @@ inline constexpr std::int32_t PICK_NOTHING = -1;
 inline constexpr std::int32_t DEPTH_LOOKUP_FLOOR = 3;
 inline constexpr std::int32_t DEPTH_LOOKUP_LABEL = 4; // one further, for labels and boxes
 extern const float depth_lookup[16];
+// The table's value for the current zoom level; entry is DEPTH_LOOKUP_FLOOR or DEPTH_LOOKUP_LABEL.
+float gl_depth_of_zoom_level(std::int32_t entry);
 
 // The fixed state that all drawing relies on, for a context just made current.
 void gl_init_state();
 
-// Floor coordinates of a window position (pixels from the top left). depth 0 = read it from the
-// depth buffer. Returns the depth used.
+// Floor coordinates of a window position (pixels from the top left), relative to the scroll offset
+// while the modelview matrix is the identity, as it is between drawings. depth 0 = read it from the
+// depth buffer. Returns the depth used; a window without area has the coordinates 0, 0.
 float GetOGLPos(std::int32_t x, std::int32_t y, float *floor_x, float *floor_y, float depth);
 
 // Id under the window position: a navigation button, a label hit, the nearest object, or
@@ -49,3 +52,12 @@ std::int32_t graphics_vendor_is_software(const char *vendor);
 
 // True when name stands in the blank-separated list as a whole word.
 bool gl_extension_listed(const char *extensions, const char *name);
+
+// The driver's search for a pixel format: attributes are pairs ending with 0, 0. True when *format
+// received one.
+using PixelFormatChooser = bool (*)(void *device, const std::int32_t *attributes,
+                                    std::int32_t *format);
+
+// Looks for a format with 4 samples, then with 2. 1 when one was found (arbMultisampleFormat), else
+// arbMultisampleSupported as it was.
+std::int32_t gl_choose_multisample_format(PixelFormatChooser choose, void *device);

@@ -19,17 +19,17 @@ struct MouseState {
     std::int32_t previous_x, previous_y;
 };
 
-extern std::int32_t app_mode;             // AppMode
-extern std::int32_t app_line_draw_mode;   // 1 while the second end of a new link is chosen
-extern std::int32_t app_line_from_node;   // node indices, -1 = none
+extern std::int32_t app_mode;           // AppMode
+extern std::int32_t app_line_draw_mode; // 1 while the second end of a new link is chosen
+extern std::int32_t app_line_from_node; // node indices, -1 = none
 extern std::int32_t app_line_to_node;
-extern std::int32_t app_align_mode;       // 1 while the object to align with is chosen
+extern std::int32_t app_align_mode; // 1 while the object to align with is chosen
 extern std::int32_t app_align_from_node;
 extern std::int32_t app_align_to_node;
-extern std::int32_t app_node_grabbed;     // 1 while an object is held
-extern std::int32_t open_mode;            // 1 = the page came from the command line
-extern std::int32_t run;                  // 1 while the main loop runs
-extern std::int32_t keys[256];            // 1 = down, by virtual-key code
+extern std::int32_t app_node_grabbed; // 1 while an object is held
+extern std::int32_t open_mode;        // 1 = the page came from the command line
+extern std::int32_t run;              // 1 while the main loop runs
+extern std::int32_t keys[256];        // 1 = down, by virtual-key code
 extern MouseState mouse;
 
 // View mode, nothing grabbed, no links drawn, no keys down.

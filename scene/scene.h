@@ -7,7 +7,7 @@
 #include <cstdint>
 
 extern std::int32_t scene_redraw_flag; // 1 = draw on the next pass
-extern float global_angle;             // degrees; the whole scene is turned by it in page transitions
+extern float global_angle; // degrees; the whole scene is turned by it in page transitions
 
 // ---- life (scene.cpp)
 void scene_init();
@@ -19,6 +19,12 @@ std::int32_t scene_request_redraw(); // always 1
 void scene_zoom_in();
 void scene_zoom_out();
 void node_init_effects(); // fills the tables of scale factors
+// Nonzero when the object has no room to spin: another one stands within its spin radius.
+std::int32_t scene_check_for_rotation_space(std::int32_t index);
+
+// ---- hovering (scene_hover.cpp)
+// Finds what the mouse rests on and marks it; every 100 ms from the main loop.
+void scene_hover_test();
 
 // ---- drawing (scene_draw.cpp)
 // 0 drawn; 1 nothing to do: no redraw was asked for, or the window is minimised.
@@ -41,6 +47,6 @@ void scene_draw_node_labels();
 void scene_draw_labels();
 void scene_draw_page_title();
 void scene_draw_lines();
-void scene_draw_line_select_lines(); // the link being drawn
-void scene_draw_alignment_line();    // the alignment being chosen
+void scene_draw_line_select_lines();                                 // the link being drawn
+void scene_draw_alignment_line();                                    // the alignment being chosen
 std::int32_t scene_mouse_over_label(std::int32_t x, std::int32_t y); // index, -1 = none

@@ -1,0 +1,5 @@
+// Hands the main window over to platform/window.h.
+#pragma once
+
+// hwnd is an HWND, hdc the HDC that is drawn to; both null = there is no window any more.
+void window_attach(void *hwnd, void *hdc);
