@@ -24,7 +24,7 @@ MODELS = [
     ("drive", "Hard Drive", "Devices", devices.drive),
     ("phone", "Phone", "Devices", devices.phone),
     ("chip", "Processor", "Devices", devices.chip),
-    ("adapter", "Adapter Card", "Devices", tools.adapter),
+    ("adapter", "Adapter Card", "Devices", devices.adapter),
     ("router", "Router", "Network", network.router),
     ("switch", "Network Switch", "Network", network.switch),
     ("access_point", "Access Point", "Network", network.access_point),

@@ -3,7 +3,7 @@ import math
 
 from .mesh import group, move, turn
 from .pose import bar, lamp, posed, screen
-from .shapes import block, cylinder, frame, panel, prism, rectangle, rounded, rounded_rectangle
+from .shapes import block, circle, cylinder, frame, panel, prism, rectangle, rounded, rounded_rectangle
 
 
 def server():
@@ -111,7 +111,23 @@ def chip():
                 panel(1.5, 1.5, 0.08, 0.05, "teal").move(z=0.27),
                 [bar(-0.5, x, 0.3 - 0.3 * k, 0.3, 0.12, "white") for k, x in enumerate((0.5, 0.1, 0.35))],
                 cylinder(0.11, 0.06, 0.02, 16, "amber").turn("x", 90.0).move(-1.15, 1.15, 0.2))
-    return posed(die, pins, pitch=26.0, roll=0.0)
+    return posed(die, pins, pitch=26.0)
+
+
+def adapter():
+    """A card with chips on it, for the devices of a computer."""
+    board = [block(3.6, 2.3, 0.16, 0.05, "green"), block(2.6, 0.3, 0.14, 0.04, "brass").move(-0.2, -1.25),
+             block(0.16, 2.9, 0.7, 0.05, "silver").move(-1.86, -0.1, 0.2)]
+    fan = [cylinder(0.82, 0.34, 0.08, 40, "graphite").turn("x", 90.0).move(0.75, 0.08, 0.24),
+           frame(circle(0.72, 40), circle(0.62, 40), 0.1, 0.03, "silver").move(0.75, 0.08, 0.42),
+           cylinder(0.22, 0.2, 0.05, 20, "silver").turn("x", 90.0).move(0.75, 0.08, 0.4)]
+    for k in range(7):
+        blade = prism(rounded([(-0.1, 0.12), (0.1, 0.12), (0.2, 0.58), (-0.04, 0.6)], 0.03, 2), 0.06, 0.0, "steel")
+        fan.append(blade.turn("z", 360.0 / 7.0 * k).move(0.75, 0.08, 0.42))
+    chips = [block(0.5, 0.5, 0.18, 0.05, "black").move(x, y, 0.14) for x, y in ((-1.3, 0.65), (-1.3, -0.1), (-0.6, 0.65))]
+    chips += [block(0.55, 0.24, 0.16, 0.05, "silver").move(-0.6, 0.0, 0.14), block(0.55, 0.24, 0.16, 0.05, "silver").move(-0.6, -0.4, 0.14)]
+    chips += [bar(-1.5, -0.4, -0.8, 0.1, 0.1, "amber")]
+    return posed(board, fan, chips, pitch=18.0, yaw=-24.0, width=1.95)
 
 
 def dial(radius, count):
@@ -121,7 +137,7 @@ def dial(radius, count):
 
 
 def calculator():
-    parts = [block(2.5, 3.6, 0.5, 0.2, "graphite", steps=2), panel(2.1, 0.8, 0.08, 0.06, "lamp_green").move(0, 1.15, 0.25)]
+    parts = [block(2.5, 3.6, 0.5, 0.2, "graphite", steps=2), panel(2.1, 0.8, 0.08, 0.06, "lamp_lcd").move(0, 1.15, 0.25)]
     parts += [bar(x, x + 0.22, 1.15, 0.28, 0.42, "navy") for x in (0.0, 0.34, 0.68)]
     for row in range(4):
         for column in range(4):

@@ -60,8 +60,8 @@ def page_orvanel():
     """A little page of its own: a framed dark floor with a grid and three objects standing on it."""
     tile = group(prism(rounded_rectangle(3.7, 3.3, 0.3), 0.3, 0.1, "silver", steps=3),
                  prism(rounded_rectangle(3.4, 3.0, 0.2), 0.06, 0.0, "screen_1").move(z=0.14))
-    grid = [prism(rectangle(0.035, 2.9), 0.03, 0.0, "screen_4").move(x, 0.0, 0.165) for x in (-0.85, 0.0, 0.85)]
-    grid += [prism(rectangle(3.3, 0.035), 0.03, 0.0, "screen_4").move(0.0, y, 0.165) for y in (-0.75, 0.0, 0.75)]
+    grid = [prism(rectangle(0.035, 2.9), 0.03, 0.0, "screen_8").move(x, 0.0, 0.165) for x in (-0.85, 0.0, 0.85)]
+    grid += [prism(rectangle(3.3, 0.035), 0.03, 0.0, "screen_8").move(0.0, y, 0.165) for y in (-0.75, 0.0, 0.75)]
     links = [tube([(-0.85, 0.65, 0.22), (0.9, 0.5, 0.22)], 0.05, 8, "lamp_white"),
              tube([(0.9, 0.5, 0.22), (0.0, -0.85, 0.22)], 0.05, 8, "lamp_white"),
              tube([(-0.85, 0.65, 0.22), (0.0, -0.85, 0.22)], 0.05, 8, "lamp_white")]

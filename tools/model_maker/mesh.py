@@ -26,6 +26,11 @@ def normalised(a):
     return (a[0] / length, a[1] / length, a[2] / length) if length > 0.0 else (0.0, 0.0, 1.0)
 
 
+def corner_angle(at, one, other):
+    cosine = dot(normalised(sub(one, at)), normalised(sub(other, at)))
+    return math.acos(max(-1.0, min(1.0, cosine)))
+
+
 def turned(point, axis, degrees):
     x, y, z = point
     c, s = math.cos(math.radians(degrees)), math.sin(math.radians(degrees))
@@ -91,25 +96,30 @@ class Solid:
         return self
 
     def corner_normals(self):
-        """Per triangle three normals: the mean of the faces around a point within the crease angle,
-        large faces weighing more, so that flat faces stay flat beside their bevels."""
+        """Per triangle three normals: the mean of the faces around a point within the crease angle.
+        A face weighs by its angle at the point, so that the way it was cut does not show, and by the
+        area of its whole plane, so that flat faces stay flat beside their bevels."""
         limit = math.cos(math.radians(self.crease))
-        areas, units, around = [], [], [[] for _ in self.points]
-        for number, (a, b, c, _) in enumerate(self.triangles):
+        units, planes, plane_areas, around = [], [], {}, [[] for _ in self.points]
+        for index, (a, b, c, _) in enumerate(self.triangles):
             p = self.points
             area = cross(sub(p[b], p[a]), sub(p[c], p[a]))
-            areas.append(area)
-            units.append(normalised(area))
-            for corner in (a, b, c):
-                around[corner].append(number)
+            unit = normalised(area)
+            plane = tuple(round(v, 4) for v in unit) + (round(dot(unit, p[a]), 3),)
+            units.append(unit)
+            planes.append(plane)
+            plane_areas[plane] = plane_areas.get(plane, 0.0) + math.sqrt(dot(area, area))
+            for corner, after, before in ((a, b, c), (b, c, a), (c, a, b)):
+                around[corner].append((index, corner_angle(p[corner], p[after], p[before])))
         result = []
-        for number, (a, b, c, _) in enumerate(self.triangles):
+        for index, (a, b, c, _) in enumerate(self.triangles):
             normals = []
             for corner in (a, b, c):
-                total = [0.0, 0.0, 0.0]
-                for other in around[corner]:
-                    if dot(units[number], units[other]) >= limit:
-                        total = [total[i] + areas[other][i] for i in range(3)]
+                total = (0.0, 0.0, 0.0)
+                for other, angle in around[corner]:
+                    if dot(units[index], units[other]) >= limit:
+                        weight = angle * plane_areas[planes[other]]
+                        total = tuple(total[i] + units[other][i] * weight for i in range(3))
                 normals.append(normalised(total))
             result.append(normals)
         return result

@@ -134,8 +134,8 @@ def network():
 def cloud():
     puffs = [(0.0, 0.25, 0.0, 1.0), (-1.05, -0.15, 0.05, 0.72), (1.0, -0.1, 0.05, 0.78), (-0.5, -0.35, 0.45, 0.62),
              (0.5, -0.35, 0.5, 0.64), (0.62, 0.42, -0.1, 0.72), (-0.6, 0.3, -0.15, 0.66)]
-    parts = [ball(radius, 30, 16, "white").move(x, y, z) for x, y, z, radius in puffs]
-    parts.append(ball(0.8, 30, 12, "sky").scale(2.0, 0.42, 0.9).move(0.0, -0.72, 0.1))
+    parts = [ball(radius, 26, 14, "white").move(x, y, z) for x, y, z, radius in puffs]
+    parts.append(ball(0.8, 26, 10, "sky").scale(2.0, 0.42, 0.9).move(0.0, -0.72, 0.1))
     return posed(parts, pitch=10.0, yaw=-12.0, width=2.0)
 
 

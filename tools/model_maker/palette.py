@@ -4,7 +4,7 @@ import collections
 Material = collections.namedtuple("Material", "diffuse specular exponent glow")
 
 # The ambient light is white and full, so a material's ambient colour is what its unlit side shows.
-AMBIENT_SHARE = 0.17
+AMBIENT_SHARE = 0.21
 NS_PER_EXPONENT = 7.8125  # the viewer turns Ns into the exponent 128 - Ns / 7.8125
 
 
@@ -29,10 +29,10 @@ MATERIALS = {
     "white": plastic(0.90, 0.92, 0.94),
     "silver": metal(0.62, 0.65, 0.70),
     "steel": metal(0.40, 0.44, 0.50),
-    "graphite": plastic(0.17, 0.19, 0.23),
+    "graphite": plastic(0.20, 0.22, 0.27),
     "black": plastic(0.06, 0.07, 0.09),
     "blue": plastic(0.12, 0.42, 0.78),
-    "navy": plastic(0.06, 0.17, 0.36),
+    "navy": plastic(0.08, 0.22, 0.46),
     "sky": plastic(0.36, 0.66, 0.92),
     "teal": plastic(0.08, 0.56, 0.58),
     "green": plastic(0.28, 0.66, 0.26),
@@ -52,17 +52,22 @@ MATERIALS = {
     "ocean": plastic(0.09, 0.34, 0.68),
     "land": matt(0.36, 0.62, 0.24),
     "ice": matt(0.90, 0.93, 0.96),
-    "screen_1": light(0.04, 0.16, 0.38),
-    "screen_2": light(0.05, 0.21, 0.46),
-    "screen_3": light(0.07, 0.27, 0.54),
-    "screen_4": light(0.10, 0.34, 0.60),
     "screen_dark": light(0.015, 0.025, 0.04),
     "lamp_green": light(0.16, 0.70, 0.22),
     "lamp_blue": light(0.16, 0.45, 0.80),
     "lamp_amber": light(0.75, 0.45, 0.06),
     "lamp_red": light(0.70, 0.10, 0.08),
     "lamp_white": light(0.50, 0.54, 0.58),
+    "lamp_lcd": light(0.28, 0.40, 0.30),
 }
+
+# A glowing screen from its dark lower to its bright upper edge.
+SCREEN_BANDS = 8
+SCREEN_LOW, SCREEN_HIGH = (0.04, 0.15, 0.37), (0.12, 0.38, 0.63)
+for band in range(SCREEN_BANDS):
+    share = band / (SCREEN_BANDS - 1.0)
+    MATERIALS["screen_%d" % (band + 1)] = light(
+        *(low + (high - low) * share for low, high in zip(SCREEN_LOW, SCREEN_HIGH)))
 
 
 def mtl_text(names):

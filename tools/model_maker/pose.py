@@ -1,5 +1,6 @@
 """What all models share: how they stand before the viewer, and details that many of them use."""
 from .mesh import centred, group, turn
+from .palette import SCREEN_BANDS
 from .shapes import panel, prism, rectangle, rounded_rectangle
 
 # Models are seen from straight above the floor, so they are turned a little to show three of their
@@ -17,10 +18,9 @@ def posed(*parts, pitch=PITCH_DEGREES, yaw=YAW_DEGREES, roll=0.0, width=HALF_SIZ
 
 def screen(width, height, x, y, z):
     """Glowing picture area, brighter towards the top."""
-    bands = ["screen_1", "screen_2", "screen_3", "screen_4"]
-    step = height / len(bands)
-    return [prism(rectangle(width, step), 0.04, 0.0, name).move(x, y - height / 2.0 + step * (k + 0.5), z)
-            for k, name in enumerate(bands)]
+    step = height / SCREEN_BANDS
+    return [prism(rectangle(width, step), 0.04, 0.0, "screen_%d" % (k + 1))
+            .move(x, y - height / 2.0 + step * (k + 0.5), z) for k in range(SCREEN_BANDS)]
 
 
 def bar(x0, x1, y, z, thickness, material):

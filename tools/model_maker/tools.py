@@ -2,16 +2,15 @@
 import math
 
 from .mesh import group, move, turn
-from .pose import bar, lamp, posed
-from .shapes import ball, block, circle, cylinder, frame, lathe, prism, rounded
+from .pose import lamp, posed
+from .shapes import ball, block, cylinder, frame, lathe, prism
 
 
-def gear_outline(inner, outer, teeth, points_per_tooth=8):
-    shape = [(0.0, inner), (0.18, inner), (0.27, outer), (0.5, outer), (0.73, outer), (0.82, inner), (0.94, inner), (0.97, inner)]
-    assert len(shape) == points_per_tooth
+def gear_outline(inner, outer, teeth):
+    tooth_shape = [(0.0, inner), (0.18, inner), (0.27, outer), (0.5, outer), (0.73, outer), (0.82, inner), (0.91, inner)]
     result = []
     for tooth in range(teeth):
-        for share, radius in shape:
+        for share, radius in tooth_shape:
             a = 2.0 * math.pi * (tooth + share) / teeth
             result.append((radius * math.cos(a), radius * math.sin(a)))
     return result
@@ -21,8 +20,8 @@ def gear_solids(inner, outer, teeth, hole, depth, material):
     outline = gear_outline(inner, outer, teeth)
     hole_outline = [(hole * math.cos(math.atan2(y, x)), hole * math.sin(math.atan2(y, x))) for x, y in outline]
     hub = [(hole + 0.32) / hole * x for x, _ in hole_outline], [(hole + 0.32) / hole * y for _, y in hole_outline]
-    return [frame(outline, hole_outline, depth, 0.06, material),
-            frame(list(zip(*hub)), [(0.98 * x, 0.98 * y) for x, y in hole_outline], depth + 0.22, 0.07, "silver")]
+    return [frame(outline, hole_outline, depth, 0.06, material, steps=1),
+            frame(list(zip(*hub)), [(0.98 * x, 0.98 * y) for x, y in hole_outline], depth + 0.22, 0.07, "silver", steps=1)]
 
 
 def gear():
@@ -32,7 +31,7 @@ def gear():
 def services():
     """Two gears in mesh."""
     small = move(gear_solids(0.76, 1.05, 8, 0.3, 0.5, "orange"), 1.62, -1.28)
-    return posed(gear_solids(1.25, 1.6, 10, 0.5, 0.6, "sky"), turn(small, "z", 0.0), pitch=12.0, yaw=-22.0, width=1.95)
+    return posed(gear_solids(1.25, 1.6, 10, 0.5, 0.6, "sky"), small, pitch=12.0, yaw=-22.0, width=1.95)
 
 
 def wrench_outline():
@@ -53,13 +52,13 @@ def tools():
     return posed(turn(wrench, "z", 42.0), move(turn(driver, "z", -42.0), z=0.32), pitch=12.0, yaw=-18.0)
 
 
-def person(shirt, x=0.0, y=0.0, z=0.0, factor=1.0):
+def person(shirt, x=0.0, y=0.0, z=0.0, factor=1.0, around=32, rows=18):
     shoulders = lathe([(0.0, -1.75), (1.3, -1.75), (1.42, -1.68), (1.45, -1.5), (1.36, -0.95), (1.1, -0.5), (0.7, -0.22),
-                       (0.32, -0.12), (0.0, -0.1)], 40, shirt, 60.0).scale(1.0, 1.0, 0.62)
-    neck = cylinder(0.32, 0.6, 0.05, 24, "skin").move(y=-0.02)
-    head = ball(0.76, 32, 20, "skin").scale(0.95, 1.1, 0.95).move(y=0.86)
-    hair = ball(0.8, 32, 20, "graphite").scale(0.96, 0.95, 0.96).move(y=1.1, z=-0.14)
-    collar = lathe([(0.3, -0.2), (0.5, -0.22), (0.44, -0.02), (0.34, 0.04)] + [(0.3, -0.2)], 28, "white")
+                       (0.32, -0.12), (0.0, -0.1)], around, shirt, 60.0).scale(1.0, 1.0, 0.62)
+    neck = cylinder(0.32, 0.6, 0.05, 20, "skin", steps=1).move(y=-0.02)
+    head = ball(0.76, around, rows, "skin").scale(0.95, 1.1, 0.95).move(y=0.86)
+    hair = ball(0.8, around, rows, "graphite").scale(0.96, 0.95, 0.96).move(y=1.1, z=-0.14)
+    collar = lathe([(0.3, -0.2), (0.5, -0.22), (0.44, -0.02), (0.34, 0.04)] + [(0.3, -0.2)], 20, "white")
     solids = [shoulders, neck, head, hair, collar]
     return move([s.scale(factor, factor, factor) for s in solids], x, y, z)
 
@@ -69,19 +68,18 @@ def user():
 
 
 def users():
-    return posed(person("teal", x=-0.9, y=0.35, z=-0.9, factor=0.85), person("orange", x=0.9, y=0.35, z=-0.9, factor=0.85),
-                 person("blue", y=-0.1), pitch=10.0, yaw=-14.0, width=1.95)
+    return posed(person("teal", x=-0.9, y=0.35, z=-0.9, factor=0.85, around=24, rows=12), person("orange", x=0.9, y=0.35, z=-0.9, factor=0.85, around=24, rows=12),
+                 person("blue", y=-0.1, around=28, rows=14), pitch=10.0, yaw=-14.0, width=1.95)
 
 
 def database():
     parts = []
     for k, colour in enumerate(("blue", "sky", "blue")):
         y = -1.12 + 1.12 * k
-        parts += [cylinder(1.45, 0.96, 0.16, 56, colour).move(y=y), cylinder(1.36, 1.12, 0.04, 48, "graphite").move(y=y)]
-        lamps = [lamp(0.0, 0.0, 0.0, 0.22, c).move(z=1.46).turn("y", angle).move(y=y)
+        parts.append(cylinder(1.45, 0.96, 0.16, 48, colour).move(y=y))
+        parts += [lamp(0.0, 0.0, 0.0, 0.22, c).move(z=1.46).turn("y", angle).move(y=y)
                  for angle, c in ((20.0, "lamp_green"), (34.0, "lamp_green"), (48.0, "lamp_amber"))]
-        parts += lamps
-    parts += [cylinder(1.15, 0.1, 0.04, 48, "silver").move(y=1.62)]
+    parts += [cylinder(1.36, 3.1, 0.04, 40, "graphite"), cylinder(1.12, 0.12, 0.04, 48, "silver").move(y=1.6)]
     return posed(parts, pitch=26.0, yaw=-24.0)
 
 
@@ -99,19 +97,3 @@ def blocks():
                 parts.append(cube.move(x, y, z))
                 n += 1
     return posed(parts, pitch=24.0, yaw=-30.0)
-
-
-def adapter():
-    """A card with chips on it, for the devices of a computer."""
-    board = [block(3.6, 2.3, 0.16, 0.05, "green"), block(2.6, 0.3, 0.14, 0.04, "brass").move(-0.2, -1.25),
-             block(0.16, 2.9, 0.7, 0.05, "silver").move(-1.86, -0.1, 0.2)]
-    fan = [cylinder(0.82, 0.34, 0.08, 40, "graphite").turn("x", 90.0).move(0.75, 0.08, 0.24),
-           frame(circle(0.72, 40), circle(0.62, 40), 0.1, 0.03, "silver").move(0.75, 0.08, 0.42),
-           cylinder(0.22, 0.2, 0.05, 20, "silver").turn("x", 90.0).move(0.75, 0.08, 0.4)]
-    for k in range(7):
-        blade = prism(rounded([(-0.1, 0.12), (0.1, 0.12), (0.2, 0.58), (-0.04, 0.6)], 0.03, 2), 0.06, 0.0, "steel")
-        fan.append(blade.turn("z", 360.0 / 7.0 * k).move(0.75, 0.08, 0.42))
-    chips = [block(0.5, 0.5, 0.18, 0.05, "black").move(x, y, 0.14) for x, y in ((-1.3, 0.65), (-1.3, -0.1), (-0.6, 0.65))]
-    chips += [block(0.55, 0.24, 0.16, 0.05, "silver").move(-0.6, 0.0, 0.14), block(0.55, 0.24, 0.16, 0.05, "silver").move(-0.6, -0.4, 0.14)]
-    chips += [bar(-1.5, -0.4, -0.8, 0.1, 0.1, "amber")]
-    return posed(board, fan, chips, pitch=18.0, yaw=-24.0, width=1.95)
