@@ -3,6 +3,8 @@
 #include "page/node.h"
 #include "platform/gl.h"
 #include "scene/scene.h"
+#include "scene/scene_navigation.h"
+#include "scene/scene_page.h"
 
 // A hit record: number of names, minimum and maximum depth, and the one name.
 static constexpr std::int32_t RECORD_SIZE = 4;
@@ -55,6 +57,9 @@ static std::int32_t nearest_hit(std::int32_t hits) {
 }
 
 std::int32_t selection(std::int32_t x, std::int32_t y) {
+    const std::int32_t button = scene_stack_depth > 0 ? scene_mouse_over_button(x, y) : -1;
+    if (button != -1)
+        return button;
     const std::int32_t label = scene_mouse_over_label(x, y);
     if (label != -1)
         return label;

@@ -3,6 +3,7 @@
 #include "assets/model.h"
 #include "page/options.h"
 #include "platform/gl.h"
+#include "scene/scene_navigation.h"
 #include "scene/scene_page.h"
 #include "scene/scene_text.h"
 
@@ -19,6 +20,7 @@ void scene_init() {
     forget_floor_list();
     scene_lights_init();
     scene_fonts_init();
+    scene_navigation_init();
     scene_changed = 0;
     scene_request_redraw();
     scene_floor.zoom_level = orvanel_options.initial_zoom_level;
@@ -35,6 +37,7 @@ void scene_stop() {
     forget_floor_list();
     if (!orvanel_options.text_shadows || text_fonts_loaded == 1)
         scene_fonts_stop();
+    scene_navigation_stop();
     model_unload_models();
 }
 

@@ -8,6 +8,7 @@
 #include "platform/window.h"
 #include "scene/gl_util.h"
 #include "scene/interaction.h"
+#include "scene/scene_navigation.h"
 
 #include <algorithm>
 
@@ -143,6 +144,7 @@ static std::int32_t draw_scene() {
     scene_draw_node_labels();
     scene_draw_labels();
     scene_draw_page_title();
+    scene_draw_navigation_buttons();
     console_draw();
     return once_more;
 }

@@ -3,25 +3,40 @@
 #include "actions/misc.h"
 #include "platform/message.h"
 #include "platform/text.h"
+#include "scene/frame_clock.h"
 #include "scene/interaction.h"
 #include "scene/scene.h"
+#include "scene/scene_transition.h"
 
 #include <cstring>
 
+static constexpr std::int32_t OPENING = 0; // for the transitions
+
 static void show_page(std::int32_t mode) {
     scene_floor_init();
+    scene_page_in_transition(OPENING);
     scene_invalidate_floor();
     open_mode = mode;
     scene_request_redraw();
     scene_draw();
+    reset_frame_timer();
+}
+
+// The page shown flies back in; it comes from no other page's colour.
+static void stay_on_page() {
+    scene_floor.previous_colour = scene_floor.colour;
+    scene_page_in_transition(OPENING);
+    scene_request_redraw();
+    scene_draw();
+    reset_frame_timer();
 }
 
 std::int32_t load_page(const char *file, const char *title) {
+    scene_page_out_transition(OPENING);
     if (scene_stack_push() != 0) {
         message_box("The maximum number of page levels has been reached.", MESSAGE_CAPTION,
                     MessageIcon::Exclamation);
-        scene_request_redraw();
-        scene_draw();
+        stay_on_page();
         return 1;
     }
     const std::uint32_t result = scene_load_page(file, title);
@@ -54,6 +69,7 @@ void scene_open_handed_over_page(const char *path) {
         scene_page_back_home();
         return;
     }
+    scene_page_out_transition(OPENING);
     // The new page sits right above the home page, whatever was open. On a full stack nothing is
     // pushed, and cutting it makes the place.
     scene_stack_push();

@@ -3,11 +3,15 @@
 #include "platform/message.h"
 #include "platform/text.h"
 #include "platform/window.h"
+#include "scene/frame_clock.h"
 #include "scene/interaction.h"
 #include "scene/scene.h"
+#include "scene/scene_transition.h"
 
 SceneStackEntry scene_stack[SCENE_STACK_CAPACITY];
 std::int32_t scene_stack_depth;
+
+static constexpr std::int32_t GOING_BACK = 1; // for the transitions
 
 // Where the user is on the page shown, and which page that is.
 struct PageView {
@@ -106,14 +110,17 @@ static bool leave_edit_mode() {
 
 static void show_page() {
     scene_floor.pick_depth = 0.0f; // another zoom level may be in force
+    scene_page_in_transition(GOING_BACK);
     scene_invalidate_floor();
     scene_request_redraw();
     scene_draw();
+    reset_frame_timer();
 }
 
 void scene_page_back() {
     if (scene_stack_depth == 0 || !leave_edit_mode())
         return;
+    scene_page_out_transition(GOING_BACK);
     scene_stack_pop();
     show_page();
 }
@@ -121,6 +128,7 @@ void scene_page_back() {
 void scene_page_back_home() {
     if (scene_stack_depth == 0 || !leave_edit_mode())
         return;
+    scene_page_out_transition(GOING_BACK);
     scene_stack_jump(1);
     scene_stack_pop();
     scene_floor.position_x = scene_floor.home_x;
