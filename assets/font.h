@@ -42,4 +42,5 @@ void font_set_colour();
 
 void font3d_load(OutlineFont *font, const char *face_name, std::int32_t height);
 void font3d_unload(OutlineFont *font);
-void font3d_printf(const OutlineFont *font, const char *format, ...) TEXT_PRINTF_LIKE(2, 3); // centred
+void font3d_printf(const OutlineFont *font, const char *format, ...)
+    TEXT_PRINTF_LIKE(2, 3); // centred

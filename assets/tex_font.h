@@ -11,7 +11,7 @@ inline constexpr std::int32_t TEX_FONT_ATLAS_HEIGHT = 256; // pixels
 inline constexpr std::int32_t TEX_FONT_TEXTURES = 6;
 
 struct TexGlyph {
-    signed char code;           // its own index when registered, 0 otherwise
+    signed char code;            // its own index when registered, 0 otherwise
     std::int32_t x0, y0, x1, y1; // box in atlas pixels, from the top left
     float tex_u0, tex_v0, tex_u1, tex_v1;
     float ascent, width, height; // pixels
@@ -34,6 +34,7 @@ extern TexFontSet tahoma_7_normal, tahoma_8_normal, tahoma_9_normal, tahoma_9_bo
 
 // Builds textures and glyph tables; needs a current GL context.
 void tex_font_init();
+void tex_font_stop(); // deletes the textures, in the context they were made in
 
 // Three textures from one bitmap: its blue, green and red channel are an atlas each. Values below
 // a channel's limit become the dark edge, the others the glyph body.
