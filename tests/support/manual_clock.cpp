@@ -9,12 +9,19 @@ static std::int64_t now;    // microseconds since the reset
 static std::uint32_t step;  // microseconds a reading
 static std::uint32_t slept; // milliseconds
 static bool no_counter;
+static void (*watcher)();
+
+static void show_watcher() {
+    if (watcher != nullptr)
+        watcher();
+}
 
 void manual_clock_reset() {
     now = 0;
     step = 0;
     slept = 0;
     no_counter = false;
+    watcher = nullptr;
 }
 
 void manual_clock_advance(std::uint32_t milliseconds) {
@@ -27,6 +34,10 @@ std::uint32_t manual_clock_now() {
 
 void manual_clock_step(std::uint32_t microseconds) {
     step = microseconds;
+}
+
+void manual_clock_watch(void (*new_watcher)()) {
+    watcher = new_watcher;
 }
 
 void manual_clock_high_resolution(bool available) {
@@ -42,11 +53,13 @@ std::int64_t clock_ticks_per_second() {
 }
 
 std::int64_t clock_ticks() {
+    show_watcher();
     now += step;
     return now;
 }
 
 std::uint32_t clock_milliseconds() {
+    show_watcher();
     now += step;
     return static_cast<std::uint32_t>(now / MICROSECONDS_PER_MILLISECOND);
 }
@@ -56,6 +69,7 @@ std::uint32_t clock_unix_seconds() {
 }
 
 void clock_sleep(std::uint32_t milliseconds) {
+    show_watcher();
     slept += milliseconds;
     manual_clock_advance(milliseconds);
 }
