@@ -6,3 +6,6 @@
 #define RESOURCE_ATLAS_B 141 // glyphs of texture fonts 3, 4, 5
 #define RESOURCE_BUTTON_BACK 208 // navigation buttons, 64 x 32: normal and highlighted
 #define RESOURCE_BUTTON_HOME 210
+
+// The program's icon (orvanel.rc).
+#define RESOURCE_ICON 101

@@ -6,7 +6,7 @@
 enum AppMode : std::int32_t { APP_VIEW = 0, APP_EDIT = 1 };
 
 enum MouseFlag : std::int32_t {
-    MOUSE_MOVED = 1, // since the last hover test
+    MOUSE_MOVE = 1, // since the last hover test
     MOUSE_LEFT = 2,
     MOUSE_MIDDLE = 4,
     MOUSE_RIGHT = 8,

@@ -28,7 +28,7 @@ static void mark_hovered(std::int32_t picked, float floor_x, float floor_y) {
 }
 
 void scene_hover_test() {
-    mouse.flags &= ~MOUSE_MOVED;
+    mouse.flags &= ~MOUSE_MOVE;
     const std::int32_t picked = selection(mouse.x, mouse.y);
     if (app_align_mode == 1)
         app_align_to_node = alignment_candidate(picked);

@@ -33,7 +33,9 @@ struct Recorder {
     int quit_code;
     std::int32_t cursor_x, cursor_y, mouse_trails;
     std::int32_t screen_width, screen_height; // 0 = 1920 x 1080
-    std::string documents, local_app_data;    // folders; empty = the system has none
+    bool network_missing;
+    std::int32_t network_users;            // starts without a stop
+    std::string documents, local_app_data; // folders; empty = the system has none
 };
 
 extern Recorder recorder;

@@ -1,5 +1,7 @@
 #include "platform/message.h"
 
+#include "platform/win32/window_attach.h"
+
 #include <windows.h>
 
 #include <string>
@@ -49,8 +51,8 @@ static UINT button_flag(MessageButtons buttons) {
 
 MessageAnswer message_box(const char *text, const char *caption, MessageIcon icon,
                           MessageButtons buttons) {
-    switch (MessageBoxW(GetActiveWindow(), wide_text(text).c_str(), wide_text(caption).c_str(),
-                        icon_flag(icon) | button_flag(buttons))) {
+    switch (MessageBoxW(static_cast<HWND>(window_attached()), wide_text(text).c_str(),
+                        wide_text(caption).c_str(), icon_flag(icon) | button_flag(buttons))) {
     case IDYES:
         return MessageAnswer::Yes;
     case IDNO:

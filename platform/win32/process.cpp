@@ -1,6 +1,7 @@
 #include "platform/process.h"
 
 #include "platform/text.h"
+#include "platform/win32/window_attach.h"
 
 #include <windows.h>
 // shellapi.h needs windows.h before it.
@@ -27,8 +28,8 @@ int process_start(const char *application, const char *command_line) {
 }
 
 int shell_open(const char *target) {
-    const HINSTANCE result =
-        ShellExecuteA(GetActiveWindow(), "open", target, nullptr, nullptr, SW_SHOWNORMAL);
+    const HINSTANCE result = ShellExecuteA(static_cast<HWND>(window_attached()), "open", target,
+                                           nullptr, nullptr, SW_SHOWNORMAL);
     return reinterpret_cast<INT_PTR>(result) > SHELL_ERROR_MAX ? 0 : 1;
 }
 

@@ -12,6 +12,10 @@ void window_attach(void *hwnd, void *hdc) {
     window_dc = static_cast<HDC>(hdc);
 }
 
+void *window_attached() {
+    return window;
+}
+
 bool window_is_minimised() {
     return window != nullptr && IsIconic(window);
 }

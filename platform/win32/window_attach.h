@@ -3,3 +3,6 @@
 
 // hwnd is an HWND, hdc the HDC that is drawn to; both null = there is no window any more.
 void window_attach(void *hwnd, void *hdc);
+
+// The attached window, an HWND: the owner of message boxes. Null while there is none.
+void *window_attached();

@@ -1,0 +1,39 @@
+// What keys, mouse and window do to the scene. The window procedure decodes a message and calls one
+// of these; positions are client pixels from the top left.
+#pragma once
+
+#include <cstdint>
+
+// Key codes with a meaning of their own; most keys have a second one.
+enum KeyCode : std::int32_t {
+    KEY_BACKSPACE = 8,
+    KEY_SHIFT = 16,
+    KEY_ESCAPE = 27,
+    KEY_HOME = 36,
+    KEY_LEFT = 37,
+    KEY_UP = 38,
+    KEY_RIGHT = 39,
+    KEY_DOWN = 40,
+    KEY_NUMERIC_PLUS = 107,
+    KEY_NUMERIC_MINUS = 109,
+    KEY_PLUS = 187,
+    KEY_MINUS = 189,
+};
+inline constexpr std::int32_t KEY_FIRST = 8;  // codes below and above are remembered as down or up,
+inline constexpr std::int32_t KEY_LAST = 189; // but do nothing
+
+void input_key_down(std::int32_t code);
+void input_key_up(std::int32_t code);
+void input_focus_lost(); // keys released elsewhere are not heard of: all count as up
+
+void input_wheel(std::int32_t delta); // above 0 = away from the user
+void input_mouse_move(std::int32_t x, std::int32_t y, std::int32_t buttons); // MouseFlag values
+void input_button_up(std::int32_t button);                                   // MouseFlag value
+void input_double_click(std::int32_t x, std::int32_t y);
+
+// Index of the node under a position, a NavigationId, or PICK_NOTHING.
+std::int32_t input_target(std::int32_t x, std::int32_t y);
+
+void input_resize(std::int32_t width, std::int32_t height);
+void input_paint();
+void input_close(); // asks about unsaved changes; quits unless the user would rather stay

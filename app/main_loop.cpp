@@ -1,0 +1,49 @@
+#include "app/main_loop.h"
+
+#include "platform/clock.h"
+#include "scene/frame_clock.h"
+#include "scene/scene.h"
+
+static constexpr std::int32_t FRAMES_WITHOUT_DRAWING = 25; // then a repaint is forced
+static constexpr std::uint32_t IDLE_SLEEP = 1;             // milliseconds
+
+// An idle page is drawn again now and then, so that whatever was painted over it does not stay.
+static void draw() {
+    if (scene_draw() == 0) {
+        mandatory_redraw_counter = 0;
+        return;
+    }
+    mandatory_redraw_counter++;
+    if (mandatory_redraw_counter > FRAMES_WITHOUT_DRAWING) {
+        mandatory_redraw_counter = 0;
+        scene_request_redraw();
+    }
+}
+
+// Frames that drawing took the time of are run without being drawn.
+static void catch_up() {
+    sys_time_ms = timer_get_time_ms(&frame_timer);
+    while (timer_is_before(next_frame_timer, sys_time_ms)) {
+        scene_process_frame();
+        next_frame_timer += FRAME_MILLISECONDS;
+    }
+}
+
+void main_loop_pass() {
+    bool idle = true;
+    sys_time_ms = timer_get_time_ms(&frame_timer);
+    if (timer_is_before(next_mouse_timer, sys_time_ms)) {
+        next_mouse_timer += HOVER_TEST_MILLISECONDS;
+        scene_hover_test();
+        idle = false;
+    }
+    if (!timer_is_before(next_frame_timer, sys_time_ms)) {
+        if (idle)
+            clock_sleep(IDLE_SLEEP);
+        return;
+    }
+    next_frame_timer += FRAME_MILLISECONDS;
+    scene_process_frame();
+    draw();
+    catch_up();
+}

@@ -1,0 +1,91 @@
+#include "app/hand_over.h"
+#include "app/input.h"
+#include "app/main_window.h"
+#include "scene/frame_clock.h"
+#include "scene/interaction.h"
+#include "scene/scene.h"
+#include "scene/scene_page.h"
+
+#include <windowsx.h>
+
+static constexpr LONG MINIMUM_WIDTH = 640;  // pixels, frame included
+static constexpr LONG MINIMUM_HEIGHT = 480; // pixels, frame included
+
+static void set_minimum_size(MINMAXINFO *limits) {
+    limits->ptMinTrackSize.x = MINIMUM_WIDTH;
+    limits->ptMinTrackSize.y = MINIMUM_HEIGHT;
+}
+
+// A page that a second instance was started with.
+static void take_page(HWND window, const COPYDATASTRUCT *message) {
+    char path[HAND_OVER_SIZE];
+    if (message == nullptr ||
+        !hand_over_read(message->dwData, message->lpData, message->cbData, path))
+        return;
+    SetForegroundWindow(window);
+    scene_open_handed_over_page(path);
+    reset_frame_timer();
+    scene_request_redraw();
+}
+
+static std::int32_t mouse_buttons(WPARAM keys_down) {
+    return ((keys_down & MK_LBUTTON) != 0 ? MOUSE_LEFT : 0) |
+           ((keys_down & MK_MBUTTON) != 0 ? MOUSE_MIDDLE : 0) |
+           ((keys_down & MK_RBUTTON) != 0 ? MOUSE_RIGHT : 0);
+}
+
+LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    switch (message) {
+    case WM_KEYUP:
+        input_key_up(static_cast<std::int32_t>(wparam));
+        return 0;
+    case WM_ERASEBKGND:
+        scene_request_redraw();
+        return 0;
+    case WM_COPYDATA:
+        take_page(window, reinterpret_cast<const COPYDATASTRUCT *>(lparam));
+        return 0;
+    case WM_KEYDOWN:
+        input_key_down(static_cast<std::int32_t>(wparam));
+        return 0;
+    case WM_SIZE:
+        input_resize(LOWORD(lparam), HIWORD(lparam));
+        return 0;
+    case WM_PAINT:
+        input_paint();
+        break; // the system marks the window as painted
+    case WM_CLOSE:
+        input_close();
+        return 0;
+    case WM_GETMINMAXINFO:
+        set_minimum_size(reinterpret_cast<MINMAXINFO *>(lparam));
+        return 0;
+    case WM_MBUTTONUP:
+        input_button_up(MOUSE_MIDDLE);
+        return 0;
+    case WM_RBUTTONUP:
+        input_button_up(MOUSE_RIGHT);
+        return 0;
+    case WM_MOUSEWHEEL:
+        input_wheel(GET_WHEEL_DELTA_WPARAM(wparam));
+        return 0;
+    case WM_MOUSEMOVE:
+        input_mouse_move(GET_X_LPARAM(lparam), GET_Y_LPARAM(lparam), mouse_buttons(wparam));
+        return 0;
+    case WM_LBUTTONDBLCLK:
+        input_double_click(GET_X_LPARAM(lparam), GET_Y_LPARAM(lparam));
+        return 0;
+    case WM_KILLFOCUS:
+        input_focus_lost();
+        return 0;
+    case WM_EXITSIZEMOVE:
+    case WM_EXITMENULOOP:
+    case WM_POWERBROADCAST:
+        // The main loop stood still, perhaps for a whole night.
+        reset_frame_timer();
+        break;
+    default:
+        break;
+    }
+    return DefWindowProcA(window, message, wparam, lparam);
+}
