@@ -21,7 +21,7 @@ std::int32_t xml_pointer;
 inline constexpr std::size_t PIECE_LENGTH = 998;
 inline constexpr std::size_t FILE_LIMIT = 1u << 30; // bytes, keeps every position in 32 bits
 
-static std::vector<char> text; // what xml points into
+static std::vector<char> file_text; // what xml points into
 
 // Bytes of the next piece, its line feed included. 0 when the file ends inside it: a last line
 // without a line feed is dropped, as every writer ends its files with one.
@@ -33,40 +33,46 @@ static std::size_t piece_length(const char *bytes, std::size_t size) {
     return size >= PIECE_LENGTH ? PIECE_LENGTH : 0;
 }
 
-// Moves the bytes to the end of out without their carriage returns. Returns the new end.
-static char *append_without_returns(char *out, const char *from, const char *end) {
-    while (from < end) {
-        const std::size_t left = static_cast<std::size_t>(end - from);
-        const void *found = std::memchr(from, '\r', left);
-        const char *stop = found != nullptr ? static_cast<const char *>(found) : end;
-        const std::size_t length = static_cast<std::size_t>(stop - from);
-        std::memmove(out, from, length);
-        out += length;
-        from = stop + 1;
-    }
-    return out;
-}
-
 static bool is_blank(char character) {
     return character == ' ' || character == '\t';
 }
 
+// Moves the bytes to the end of out without their carriage returns. Returns the new end.
+static char *append_without_returns(char *out, const char *from, const char *end) {
+    for (; from < end; from++) {
+        if (*from != '\r')
+            *out++ = *from;
+    }
+    return out;
+}
+
+// What a file holds beside the bytes that are taken as they are.
+struct Rarities {
+    bool returns;
+    bool terminators;
+};
+
 // Appends the part of a piece that the scanner sees: from its first tag on, unless that opens a
 // declaration or a comment, and without line ends and blanks around it.
-static char *append_piece(char *out, const char *piece, const char *end) {
+static char *append_piece(char *out, const char *piece, const char *end, Rarities rarities) {
     // A NUL ends the line for everything behind the line reader.
-    const void *terminator = std::memchr(piece, '\0', static_cast<std::size_t>(end - piece));
-    if (terminator != nullptr)
-        end = static_cast<const char *>(terminator);
-    else if (end[-1] == '\n')
-        end--;
+    if (rarities.terminators)
+        end = piece + strnlen(piece, static_cast<std::size_t>(end - piece));
     while (piece < end && is_blank(*piece))
         piece++;
     if (piece == end || *piece != '<')
         return out;
     if (end - piece > 1 && (piece[1] == '?' || piece[1] == '!'))
         return out;
-    out = append_without_returns(out, piece, end);
+    if (end[-1] == '\n')
+        end--;
+    if (rarities.returns) {
+        out = append_without_returns(out, piece, end);
+    } else {
+        const std::size_t length = static_cast<std::size_t>(end - piece);
+        std::memmove(out, piece, length);
+        out += length;
+    }
     while (is_blank(out[-1]))
         out--;
     return out;
@@ -75,23 +81,27 @@ static char *append_piece(char *out, const char *piece, const char *end) {
 // Squeezes a file; out has room for size bytes and may be the file's own bytes, as the result never
 // overtakes what is still to be read. Returns the length of the result.
 static std::size_t squeeze(const char *bytes, std::size_t size, char *out) {
+    const Rarities rarities = {size > 0 && std::memchr(bytes, '\r', size) != nullptr,
+                               size > 0 && std::memchr(bytes, '\0', size) != nullptr};
     char *end = out;
     std::size_t at = 0;
     while (at < size) {
         const std::size_t length = piece_length(bytes + at, size - at);
         if (length == 0)
             break;
-        end = append_piece(end, bytes + at, bytes + at + length);
+        end = append_piece(end, bytes + at, bytes + at + length, rarities);
         at += length;
     }
     return static_cast<std::size_t>(end - out);
 }
 
-static void take(std::vector<char> &&bytes, std::size_t length) {
-    text = std::move(bytes);
-    text.resize(length + 1);
-    text[length] = '\0';
-    xml = text.data();
+// Keeps the bytes of a file, squeezed where they stand.
+static void hold(std::vector<char> &&bytes) {
+    file_text = std::move(bytes);
+    const std::size_t length = squeeze(file_text.data(), file_text.size(), file_text.data());
+    file_text.resize(length + 1);
+    file_text[length] = '\0';
+    xml = file_text.data();
     xml_length = static_cast<std::int32_t>(length + 1);
     xml_pointer = 0;
     xml_search_forget();
@@ -103,50 +113,63 @@ std::int32_t xml_load_file(const char *path) {
         console_printf("  Failed to allocate memory for xml file.");
         return 1;
     }
-    const std::size_t length = squeeze(bytes.data(), bytes.size(), bytes.data());
-    take(std::move(bytes), length);
+    hold(std::move(bytes));
     return 0;
 }
 
 std::int32_t xml_load_memory(std::span<const char> bytes) {
     if (bytes.size() > FILE_LIMIT)
         return 1;
-    std::vector<char> squeezed;
-    squeezed.resize(bytes.size() + 1);
-    const std::size_t length = squeeze(bytes.data(), bytes.size(), squeezed.data());
-    take(std::move(squeezed), length);
+    hold(std::vector<char>(bytes.begin(), bytes.end()));
     return 0;
 }
 
 void xml_unload_file() {
     xml = nullptr;
     xml_length = 0;
-    text = {};
+    file_text = {};
 }
 
-std::int32_t xml_get_item(const char *open_tag, const char *limit_tag, char (&out)[XML_ITEM_SIZE]) {
+std::int32_t xml_get_value(const char *open_tag, const char *limit_tag, std::string_view *value) {
     if (xml_get_element(open_tag, limit_tag) != 0)
         return 1;
-    const char *value = xml + xml_pointer;
+    const char *begin = xml + xml_pointer;
     const std::size_t left = static_cast<std::size_t>(xml_length - 1 - xml_pointer);
-    const void *next_tag = std::memchr(value, '<', left);
+    const void *next_tag = std::memchr(begin, '<', left);
     const std::size_t length =
-        next_tag != nullptr ? static_cast<std::size_t>(static_cast<const char *>(next_tag) - value)
+        next_tag != nullptr ? static_cast<std::size_t>(static_cast<const char *>(next_tag) - begin)
                             : left;
-    const std::size_t kept = std::min(length, XML_ITEM_SIZE - 1);
-    std::memcpy(out, value, kept);
-    out[kept] = '\0';
+    *value = std::string_view(begin, std::min(length, XML_ITEM_SIZE - 1));
     xml_pointer += static_cast<std::int32_t>(length);
     return 0;
 }
 
-std::int32_t xml_to_int(const char *value) {
-    const long long number = std::strtoll(value, nullptr, 10);
+std::int32_t xml_get_item(const char *open_tag, const char *limit_tag, char (&out)[XML_ITEM_SIZE]) {
+    std::string_view value;
+    if (xml_get_value(open_tag, limit_tag, &value) != 0)
+        return 1;
+    out[value.copy(out, XML_ITEM_SIZE - 1)] = '\0';
+    return 0;
+}
+
+// The conversions of the library want their text terminated.
+struct NumberText {
+    char digits[XML_ITEM_SIZE];
+
+    explicit NumberText(std::string_view value) {
+        digits[value.copy(digits, sizeof digits - 1)] = '\0';
+    }
+};
+
+std::int32_t xml_to_int(std::string_view value) {
+    const NumberText text(value);
+    const long long number = std::strtoll(text.digits, nullptr, 10);
     return static_cast<std::int32_t>(std::clamp<long long>(number, INT32_MIN, INT32_MAX));
 }
 
-float xml_to_float(const char *value) {
-    const double number = std::strtod(value, nullptr);
+float xml_to_float(std::string_view value) {
+    const NumberText text(value);
+    const double number = std::strtod(text.digits, nullptr);
     if (std::isnan(number))
         return 0.0f;
     return static_cast<float>(

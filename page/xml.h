@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 extern char *xml;                // squeezed text, NUL-terminated; null while nothing is loaded
 extern std::int32_t xml_length;  // bytes in xml, the NUL included
@@ -26,7 +27,11 @@ std::int32_t xml_get_element(const char *open_tag, const char *limit_tag);
 // The same, and copies the text up to the next '<' into out (untouched when not found).
 std::int32_t xml_get_item(const char *open_tag, const char *limit_tag, char (&out)[XML_ITEM_SIZE]);
 
+// The same without the copy: value looks into xml, is cut like out would be, and holds until the
+// file is unloaded.
+std::int32_t xml_get_value(const char *open_tag, const char *limit_tag, std::string_view *value);
+
 // Numbers at the start of a value, 0 where there is none. What the type cannot hold becomes its
 // nearest limit, not-a-number becomes 0: nothing else in the program has to expect them.
-std::int32_t xml_to_int(const char *text);
-float xml_to_float(const char *text);
+std::int32_t xml_to_int(std::string_view text);
+float xml_to_float(std::string_view text);

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <string_view>
 
 inline constexpr std::size_t ACTION_NAME_LENGTH = 60;  // characters
 inline constexpr std::size_t ACTION_FILE_LENGTH = 260; // characters of a command or an icon
@@ -32,15 +33,20 @@ const char SCENE_TOO_MANY_ON_HOME[] =
     "The Home Page (home.orvl) contains too many items and cannot be loaded.";
 const char SCENE_TOO_MANY_ON_PAGE[] = "The page file contains too many items and cannot be loaded.";
 
-// What is being read. One buffer takes every value in turn; a value that is missing leaves the one
-// before in it.
+// What is being read. value takes every value in turn; one that is missing leaves the one before.
 struct Reader {
     std::int32_t version;
-    char value[XML_ITEM_SIZE];
+    std::string_view value; // into the loaded file
 };
 
 static bool read_value(Reader *reader, const char *open_tag, const char *limit_tag) {
-    return xml_get_item(open_tag, limit_tag, reader->value) == 0;
+    return xml_get_value(open_tag, limit_tag, &reader->value) == 0;
+}
+
+template <std::size_t N>
+static void store(char (&target)[N], std::size_t length, std::string_view value) {
+    static_assert(N > 0);
+    target[value.copy(target, std::min(length, N - 1))] = '\0';
 }
 
 static bool read_float(Reader *reader, const char *open_tag, const char *limit_tag, float *number) {
@@ -102,7 +108,7 @@ template <std::size_t N>
 static void read_action_text(Reader *reader, const char *open_tag, const char *limit_tag,
                              std::size_t length, char (&text)[N]) {
     const bool found = read_value(reader, open_tag, limit_tag);
-    text_copy_limit(text, length, found ? reader->value : "");
+    store(text, length, found ? reader->value : std::string_view());
 }
 
 static void read_owner(Reader *reader, Action *action) {
@@ -114,7 +120,7 @@ static void read_owner(Reader *reader, Action *action) {
 static void read_action(Reader *reader, Action *action) {
     if (!read_value(reader, "<type>", ACTION_END))
         return;
-    if (text_equal(reader->value, "command")) {
+    if (reader->value == "command") {
         action->type = ACTION_COMMAND;
         read_owner(reader, action);
         read_action_text(reader, "<name>", ACTION_END, ACTION_NAME_LENGTH, action->name);
@@ -122,10 +128,10 @@ static void read_action(Reader *reader, Action *action) {
         // Limited by its own end on purpose: an action without an icon takes that of the next one
         // that has one.
         read_action_text(reader, "<icon>", "</icon>", ACTION_FILE_LENGTH, action->icon);
-    } else if (text_equal(reader->value, "separator")) {
+    } else if (reader->value == "separator") {
         action->type = ACTION_SEPARATOR;
         read_owner(reader, action);
-    } else if (text_equal(reader->value, "submenu")) {
+    } else if (reader->value == "submenu") {
         action->type = ACTION_SUBMENU;
         action->owner = 0; // stands at the top level only
         read_action_text(reader, "<name>", ACTION_END, ACTION_NAME_LENGTH, action->name);
@@ -152,17 +158,17 @@ static void read_actions(Reader *reader, Node *target) {
 static bool read_old_action(Reader *reader, Node *target, const char *name_tag,
                             const char *command_tag) {
     const bool named = read_value(reader, name_tag, NODE_END);
-    if (named && reader->value[0] != '\0') {
+    if (named && !reader->value.empty()) {
         Action *action = action_record(target, target->action_count);
-        text_copy_limit(action->name, ACTION_NAME_LENGTH, reader->value);
+        store(action->name, ACTION_NAME_LENGTH, reader->value);
     }
     if (!read_value(reader, command_tag, NODE_END))
         return false;
-    if (reader->value[0] != '\0') {
+    if (!reader->value.empty()) {
         Action *action = action_record(target, target->action_count);
         action->type = ACTION_COMMAND;
         action->owner = 0;
-        text_copy_limit(action->command, ACTION_FILE_LENGTH, reader->value);
+        store(action->command, ACTION_FILE_LENGTH, reader->value);
         action->icon[0] = '\0';
         target->action_count++;
     }
@@ -214,17 +220,19 @@ static bool read_position(Reader *reader, Node *target) {
 static bool read_object_fields(Reader *reader, Node *target) {
     bool complete = true;
     if (read_value(reader, "<name>", NODE_END))
-        text_copy_limit(target->name, NODE_NAME_LENGTH, reader->value);
+        store(target->name, NODE_NAME_LENGTH, reader->value);
     else
         complete = false;
     if (read_value(reader, "<description>", NODE_END))
-        text_copy_limit(target->description, NODE_DESCRIPTION_LENGTH, reader->value);
+        store(target->description, NODE_DESCRIPTION_LENGTH, reader->value);
     else
         complete = false;
     complete = read_position(reader, target) && complete;
     if (!read_value(reader, "<model>", NODE_END))
         return false;
-    target->model_id = model_return_model_id(reader->value);
+    char model[XML_ITEM_SIZE];
+    store(model, sizeof model, reader->value);
+    target->model_id = model_return_model_id(model);
     node_set_model_dimensions(node_total);
     return complete;
 }
@@ -250,7 +258,7 @@ static std::uint32_t read_page_object(Reader *reader) {
     action->type = ACTION_COMMAND;
     action->owner = 0;
     action->name[0] = '\0';
-    text_copy_limit(action->command, ACTION_FILE_LENGTH, reader->value);
+    store(action->command, ACTION_FILE_LENGTH, reader->value);
     action->icon[0] = '\0';
     target->action_count = 1;
     const std::uint32_t result = finish_node(complete);
@@ -265,16 +273,17 @@ static std::uint32_t read_label(Reader *reader) {
     text_format(target->name, sizeof target->name, "_lbl%dlbl_", node_label_total++);
     const bool text = read_value(reader, "<text>", NODE_END);
     if (text)
-        text_copy_limit(target->description, NODE_DESCRIPTION_LENGTH, reader->value);
+        store(target->description, NODE_DESCRIPTION_LENGTH, reader->value);
     return finish_node(read_position(reader, target) && text);
 }
 
 // Refused links are left out without a word.
 static std::uint32_t read_link_by_name(Reader *reader) {
-    char from[XML_ITEM_SIZE];
+    char from[XML_ITEM_SIZE], to[XML_ITEM_SIZE];
     if (xml_get_item("<from>", NODE_END, from) != 0 || !read_value(reader, "<to>", NODE_END))
         return PAGE_SYNTAX;
-    line_create(from, reader->value);
+    store(to, sizeof to, reader->value);
+    line_create(from, to);
     return PAGE_LOADED;
 }
 
@@ -289,8 +298,8 @@ static std::uint32_t read_link_by_index(Reader *reader) {
 }
 
 static bool is_object_word(const Reader &reader) {
-    return (reader.version >= 1 && text_equal(reader.value, "object")) ||
-           (reader.version == 0 && text_equal(reader.value, "host"));
+    return (reader.version >= 1 && reader.value == "object") ||
+           (reader.version == 0 && reader.value == "host");
 }
 
 // An element of a type that is not known, or of none, is skipped. Without a type the value read
@@ -300,13 +309,13 @@ static std::uint32_t read_node(Reader *reader) {
     const bool full = node_total >= NODE_CAPACITY;
     if (typed && is_object_word(*reader))
         return full ? PAGE_TOO_MANY : read_object(reader);
-    if (typed && text_equal(reader->value, "page"))
+    if (typed && reader->value == "page")
         return full ? PAGE_TOO_MANY : read_page_object(reader);
-    if (typed && text_equal(reader->value, "label"))
+    if (typed && reader->value == "label")
         return full ? PAGE_TOO_MANY : read_label(reader);
-    if (typed && text_equal(reader->value, "line"))
+    if (typed && reader->value == "line")
         return read_link_by_name(reader);
-    if (text_equal(reader->value, "link"))
+    if (reader->value == "link")
         return read_link_by_index(reader);
     return PAGE_LOADED;
 }

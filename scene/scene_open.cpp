@@ -64,7 +64,22 @@ std::uint32_t open_page_from_command_line(const char *text) {
     return result;
 }
 
+// There is no staying in edit mode here: whatever is not answered with Yes discards the changes.
+static void leave_edit_mode() {
+    if (scene_changed == 1) {
+        const MessageAnswer answer = message_box("Save changes?", "Question", MessageIcon::Question,
+                                                 MessageButtons::YesNoCancel);
+        if (answer == MessageAnswer::Yes)
+            xml_save_page(scene_page_file_name);
+    }
+    scene_changed = 0;
+    scene_invalidate_floor();
+    app_mode = APP_VIEW;
+    app_align_mode = 0;
+}
+
 void scene_open_handed_over_page(const char *path) {
+    leave_edit_mode();
     if (text_contains(path, "home.orvl")) {
         scene_page_back_home();
         return;

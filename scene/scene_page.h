@@ -84,5 +84,6 @@ std::int32_t load_page(const char *file, const char *title);
 // Loads the page named in a command line, quotes allowed. PageResult; sets open_mode on success.
 std::uint32_t open_page_from_command_line(const char *text);
 
-// What a second instance hands over: opens it above the home page, or goes home.
+// What a second instance hands over: leaves edit mode, then opens it above the home page, or goes
+// home when it names the home page.
 void scene_open_handed_over_page(const char *path);
