@@ -11,6 +11,7 @@ static constexpr std::int32_t CHARACTER_TOTAL = 96;
 static constexpr std::int32_t OUTLINE_LISTS = 256;
 static constexpr std::int32_t OUTLINE_TOTAL = 255; // characters 0..254 have an outline
 static constexpr std::size_t TEXT_SIZE = 512;      // of a formatted text, terminator included
+static constexpr float SIXTEENTHS = 16.0f;         // of a pixel, the unit of the widths
 static constexpr float WIDTH_FACTOR = 0.7f; // advances to floor units; the layout rests on it
 
 static std::int32_t character_code(char character) {
@@ -58,15 +59,21 @@ void font_printf(const BitmapFont *font, const char *format, ...) {
     glPopAttrib();
 }
 
-float font_get_string_width(const BitmapFont *font, const char *text) {
-    if (*text == '\0')
-        return -1.0f;
+static float sum_of_widths(const BitmapFont *font, const char *text) {
     float width = 0.0f;
     for (; *text != '\0'; text++) {
         if (has_bitmap(*text))
-            width += WIDTH_FACTOR * font->width[character_code(*text)];
+            width += font->width[character_code(*text)];
     }
     return width;
+}
+
+float font_get_string_width(const BitmapFont *font, const char *text) {
+    return *text == '\0' ? -1.0f : WIDTH_FACTOR * sum_of_widths(font, text);
+}
+
+float font_pixel_width(const BitmapFont *font, const char *text) {
+    return SIXTEENTHS * sum_of_widths(font, text);
 }
 
 void font_set_colour() {

@@ -37,6 +37,9 @@ void font_printf(const BitmapFont *font, const char *format, ...) TEXT_PRINTF_LI
 // 0.7 x the sum of the advances: a length in floor units. -1.0 for an empty string.
 float font_get_string_width(const BitmapFont *font, const char *text);
 
+// The sum of the advances in pixels.
+float font_pixel_width(const BitmapFont *font, const char *text);
+
 // Makes the current colour take effect for the raster text that follows.
 void font_set_colour();
 

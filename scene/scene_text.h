@@ -19,3 +19,7 @@ extern BitmapFont font_node_name_0, font_node_name_1, font_node_name_2, font_nod
     font_node_name_9, font_node_name_10;
 extern BitmapFont font_node_desc_0, font_node_desc_1, font_node_desc_2, font_node_desc_3,
     font_node_desc_4, font_node_desc_5, font_node_desc_6, font_node_desc_7, font_node_desc_8;
+
+// Loads the system's fonts when the options have come to ask for them since scene_fonts_init. Every
+// drawing pass calls it first.
+void scene_fonts_require();

@@ -186,7 +186,7 @@ struct Box {
 };
 
 static Box glyph_box(const SetPlan &plan, const Picture &picture) {
-    const std::int32_t border = (plan.padding - plan.spacing) / 2;
+    const std::int32_t border = (plan.padding - plan.spacing + 1) / 2;
     const std::int32_t cell = picture.advance - plan.spacing + plan.padding;
     return {std::min(-border, picture.left - EDGE_LEFT), picture.top - EDGE_UP,
             std::max(cell - border, picture.left + picture.width + EDGE_RIGHT),
