@@ -25,8 +25,9 @@ int location_local_app_data(char *path, std::size_t size) {
 
 int location_program_file(char *path, std::size_t size) {
     char link[PATH_MAX];
+    path[0] = '\0'; // a path that was cut names something else
     const ssize_t length = readlink("/proc/self/exe", link, sizeof link);
-    if (length <= 0)
+    if (length <= 0 || static_cast<std::size_t>(length) >= size)
         return 1;
     text_copy(path, size, program_path({link, static_cast<std::size_t>(length)}).c_str());
     return 0;

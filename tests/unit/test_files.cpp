@@ -1,0 +1,276 @@
+#include "platform/files.h"
+
+#include "tests/support/test_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+#ifdef _WIN32
+#include <process.h>
+static constexpr char LINE_END[] = "\r\n";
+#else
+#include "platform/posix/drives.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+static constexpr char LINE_END[] = "\n";
+#endif
+
+static std::string with_line_ends(const std::string &text) {
+    std::string result;
+    for (const char character : text)
+        result += character == '\n' ? std::string(LINE_END) : std::string(1, character);
+    return result;
+}
+
+// Names of all that matches in the folder, sorted, without "." and "..".
+static std::vector<std::string> listed(const TestFolder &folder, const char *pattern) {
+    std::vector<std::string> names;
+    const FolderScanHandle scan = folder_scan_open(folder.file(pattern).c_str());
+    FolderEntry entry;
+    while (scan != nullptr && folder_scan_next(scan.get(), &entry)) {
+        if (entry.name[0] != '.')
+            names.emplace_back(entry.name);
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+static std::string bytes_of(const char *path, std::size_t limit = 1u << 30) {
+    std::vector<char> bytes;
+    EXPECT_EQ(0, file_read(path, &bytes, limit));
+    return {bytes.begin(), bytes.end()};
+}
+
+TEST(Files, a_file_is_read_byte_by_byte) {
+    TestFolder folder;
+    const std::string content("a\r\nb\0c\x1a\xff", 8);
+    EXPECT_EQ(content, bytes_of(folder.write("raw", content).c_str()));
+    EXPECT_EQ("", bytes_of(folder.write("empty", "").c_str()));
+}
+
+TEST(Files, a_missing_file_a_folder_and_a_file_over_the_limit_are_unreadable) {
+    TestFolder folder;
+    std::vector<char> bytes = {'x'};
+    EXPECT_EQ(1, file_read(folder.file("missing").c_str(), &bytes));
+    EXPECT_TRUE(bytes.empty());
+    EXPECT_EQ(1, file_read(folder.path, &bytes));
+    const std::string ten = folder.write("ten", "0123456789");
+    EXPECT_EQ(1, file_read(ten.c_str(), &bytes, 9));
+    EXPECT_TRUE(bytes.empty());
+    EXPECT_EQ("0123456789", bytes_of(ten.c_str(), 10));
+}
+
+TEST(Files, files_and_folders_are_told_apart) {
+    TestFolder folder;
+    const std::string file = folder.write("file", "abc");
+    EXPECT_TRUE(file_exists(file.c_str()));
+    EXPECT_FALSE(folder_exists(file.c_str()));
+    EXPECT_EQ(3, file_size(file.c_str()));
+    const std::string sub = folder.file("sub");
+    EXPECT_EQ(0, folder_create(sub.c_str()));
+    EXPECT_FALSE(file_exists(sub.c_str()));
+    EXPECT_TRUE(folder_exists(sub.c_str()));
+    EXPECT_TRUE(folder_exists((sub + "\\").c_str()));
+    EXPECT_EQ(-1, file_size(sub.c_str()));
+    EXPECT_EQ(-1, file_size(folder.file("missing").c_str()));
+}
+
+TEST(Files, creating_a_folder_that_stands_already_succeeds_and_over_a_file_fails) {
+    TestFolder folder;
+    EXPECT_EQ(0, folder_create(folder.file("sub").c_str()));
+    EXPECT_EQ(0, folder_create(folder.file("sub").c_str()));
+    EXPECT_EQ(1, folder_create(folder.write("file", "").c_str()));
+    EXPECT_EQ(1, folder_create(folder.file("missing\\sub").c_str()));
+}
+
+TEST(Files, replaced_text_has_the_systems_line_ends) {
+    TestFolder folder;
+    const std::string path = folder.write("page.orvl", "old and longer than the new text");
+    EXPECT_EQ(0, file_replace_text(path.c_str(), "a\nb\n"));
+    EXPECT_EQ(with_line_ends("a\nb\n"), folder.read("page.orvl"));
+}
+
+TEST(Files, a_missing_file_is_made_by_replacing_it) {
+    TestFolder folder;
+    EXPECT_EQ(0, file_replace_text(folder.file("new").c_str(), "text"));
+    EXPECT_EQ("text", folder.read("new"));
+}
+
+TEST(Files, a_large_text_arrives_whole) {
+    TestFolder folder;
+    std::string text;
+    for (int i = 0; i < 40'000; i++)
+        text += "line " + std::to_string(i) + "\n";
+    EXPECT_EQ(0, file_replace_text(folder.file("large").c_str(), text));
+    EXPECT_EQ(with_line_ends(text), folder.read("large"));
+}
+
+TEST(Files, a_read_only_file_is_not_replaced_and_nothing_is_left_beside_it) {
+    TestFolder folder;
+    const std::string path = folder.write("page.orvl", "old");
+    folder.set_read_only("page.orvl", true);
+    EXPECT_EQ(1, file_replace_text(path.c_str(), "new"));
+    EXPECT_EQ("old", folder.read("page.orvl"));
+    EXPECT_EQ(std::vector<std::string>{"page.orvl"}, listed(folder, "*"));
+    folder.set_read_only("page.orvl", false);
+    EXPECT_EQ(0, file_replace_text(path.c_str(), "new"));
+    EXPECT_EQ("new", folder.read("page.orvl"));
+}
+
+TEST(Files, a_folder_is_not_replaced_and_nothing_is_left_beside_it) {
+    TestFolder folder;
+    folder_create(folder.file("sub").c_str());
+    EXPECT_EQ(1, file_replace_text(folder.file("sub").c_str(), "new"));
+    EXPECT_TRUE(folder_exists(folder.file("sub").c_str()));
+    EXPECT_EQ(std::vector<std::string>{"sub"}, listed(folder, "*"));
+}
+
+TEST(Files, a_file_in_a_missing_folder_cannot_be_replaced) {
+    TestFolder folder;
+    EXPECT_EQ(1, file_replace_text(folder.file("missing\\page").c_str(), "new"));
+}
+
+TEST(Files, a_temporary_file_of_an_earlier_crash_is_in_nobodys_way) {
+    TestFolder folder;
+    const std::string path = folder.file("page.orvl");
+    // What a crash leaves carries our own process id at worst: all but the last name is taken.
+    ASSERT_EQ(0, file_replace_text(path.c_str(), "first"));
+#ifdef _WIN32
+    char name[64];
+    snprintf(name, sizeof name, "~orvanel-%lx-0.tmp", static_cast<unsigned long>(_getpid()));
+    folder.write(name, "left");
+#else
+    folder.write(("page.orvl." + std::to_string(getpid()) + "-0.tmp").c_str(), "left");
+#endif
+    EXPECT_EQ(0, file_replace_text(path.c_str(), "second"));
+    EXPECT_EQ("second", folder.read("page.orvl"));
+    EXPECT_EQ(2u, listed(folder, "*").size()); // the page and what was left, untouched
+}
+
+TEST(Files, creating_a_file_that_exists_leaves_it_untouched) {
+    TestFolder folder;
+    EXPECT_EQ(0, file_create_text(folder.file("new").c_str(), "a\n"));
+    EXPECT_EQ(with_line_ends("a\n"), folder.read("new"));
+    EXPECT_EQ(1, file_create_text(folder.file("new").c_str(), "b"));
+    EXPECT_EQ(with_line_ends("a\n"), folder.read("new"));
+    EXPECT_EQ(2, file_create_text(folder.file("missing\\new").c_str(), "b"));
+}
+
+TEST(Files, probing_a_missing_file_creates_it_empty_and_a_read_only_one_is_not_writable) {
+    TestFolder folder;
+    EXPECT_EQ(0, file_probe_writable(folder.file("page").c_str()));
+    EXPECT_TRUE(file_exists(folder.file("page").c_str()));
+    folder.write("page", "kept");
+    EXPECT_EQ(0, file_probe_writable(folder.file("page").c_str()));
+    EXPECT_EQ("kept", folder.read("page"));
+    folder.set_read_only("page", true);
+    EXPECT_EQ(1, file_probe_writable(folder.file("page").c_str()));
+    EXPECT_EQ(1, file_probe_writable(folder.file("missing\\page").c_str()));
+}
+
+TEST(Files, a_file_is_deleted_unless_it_is_read_only_or_missing) {
+    TestFolder folder;
+    const std::string path = folder.write("page", "x");
+    folder.set_read_only("page", true);
+    EXPECT_EQ(1, file_delete(path.c_str()));
+    folder.set_read_only("page", false);
+    EXPECT_EQ(0, file_delete(path.c_str()));
+    EXPECT_FALSE(file_exists(path.c_str()));
+    EXPECT_EQ(1, file_delete(path.c_str()));
+}
+
+TEST(Files, copying_overwrites_the_target_but_not_a_read_only_one) {
+    TestFolder folder;
+    const std::string source = folder.write("source", std::string(200'000, 'x'));
+    const std::string target = folder.write("target", "old");
+    folder.set_read_only("target", true);
+    EXPECT_EQ(1, file_copy(source.c_str(), target.c_str()));
+    EXPECT_EQ("old", folder.read("target"));
+    folder.set_read_only("target", false);
+    EXPECT_EQ(0, file_copy(source.c_str(), target.c_str()));
+    EXPECT_EQ(std::string(200'000, 'x'), folder.read("target"));
+    EXPECT_EQ(1, file_copy(folder.file("missing").c_str(), target.c_str()));
+    EXPECT_EQ(1, file_copy(source.c_str(), folder.file("missing\\target").c_str()));
+}
+
+TEST(Files, copying_a_file_onto_itself_fails_and_keeps_it) {
+    TestFolder folder;
+    const std::string path = folder.write("page", "kept");
+    EXPECT_EQ(1, file_copy(path.c_str(), path.c_str()));
+    EXPECT_EQ("kept", folder.read("page"));
+}
+
+TEST(Files, renaming_never_replaces_another_file) {
+    TestFolder folder;
+    const std::string source = folder.write("a", "a");
+    const std::string target = folder.write("b", "b");
+    EXPECT_EQ(1, file_rename(source.c_str(), target.c_str()));
+    EXPECT_EQ("b", folder.read("b"));
+    EXPECT_EQ(0, file_rename(source.c_str(), folder.file("c").c_str()));
+    EXPECT_EQ("a", folder.read("c"));
+    EXPECT_FALSE(file_exists(source.c_str()));
+    EXPECT_EQ(1, file_rename(source.c_str(), folder.file("d").c_str()));
+}
+
+TEST(Files, a_scan_lists_matching_files_and_folders_whatever_their_letter_case) {
+    TestFolder folder;
+    folder.write("home.xml", "");
+    folder.write("UPPER.XML", "");
+    folder.write("old.xmlbackup", "");
+    folder.write("other.txt", "");
+    folder_create(folder.file("folder.xml").c_str());
+    EXPECT_EQ((std::vector<std::string>{"UPPER.XML", "folder.xml", "home.xml"}),
+              listed(folder, "*.xml"));
+    const FolderScanHandle scan = folder_scan_open(folder.file("folder*").c_str());
+    FolderEntry entry;
+    ASSERT_TRUE(folder_scan_next(scan.get(), &entry));
+    EXPECT_TRUE(entry.is_folder);
+    EXPECT_FALSE(entry.is_link);
+    EXPECT_FALSE(folder_scan_next(scan.get(), &entry));
+    EXPECT_FALSE(folder_scan_next(scan.get(), &entry)); // and stays at its end
+}
+
+TEST(Files, a_scan_that_matches_nothing_has_no_handle) {
+    TestFolder folder;
+    folder.write("a.txt", "");
+    EXPECT_EQ(nullptr, folder_scan_open(folder.file("*.orvl").c_str()));
+    EXPECT_EQ(nullptr, folder_scan_open(folder.file("missing\\*").c_str()));
+    EXPECT_EQ(nullptr, folder_scan_open(folder.file("a.txt\\*").c_str()));
+    EXPECT_NE(nullptr, folder_scan_open(folder.file("*").c_str()));
+}
+
+TEST(Files, a_path_longer_than_the_program_can_hold_names_nothing) {
+    TestFolder folder;
+    const std::string path =
+        folder.file((std::string(230, 'x') + "\\" + std::string(60, 'y')).c_str());
+    ASSERT_GT(path.size(), 260u);
+    std::vector<char> bytes;
+    EXPECT_EQ(1, file_read(path.c_str(), &bytes));
+    EXPECT_FALSE(file_exists(path.c_str()));
+    EXPECT_EQ(1, file_replace_text(path.c_str(), "x"));
+    EXPECT_EQ(2, file_create_text(path.c_str(), "x"));
+    EXPECT_EQ(nullptr, folder_scan_open(path.c_str()));
+}
+
+#ifndef _WIN32
+TEST(Files, a_pipe_is_unreadable_and_nobody_waits_for_its_writer) {
+    TestFolder folder;
+    const std::string path = folder.file("pipe");
+    ASSERT_EQ(0, mkfifo(native_path(path.c_str()).c_str(), 0600));
+    std::vector<char> bytes;
+    EXPECT_EQ(1, file_read(path.c_str(), &bytes));
+}
+
+TEST(Files, a_link_to_a_folder_is_listed_as_a_folder_and_a_link) {
+    TestFolder folder;
+    ASSERT_EQ(0, symlink(".", native_path(folder.file("loop").c_str()).c_str()));
+    const FolderScanHandle scan = folder_scan_open(folder.file("loop").c_str());
+    FolderEntry entry;
+    ASSERT_TRUE(folder_scan_next(scan.get(), &entry));
+    EXPECT_TRUE(entry.is_folder);
+    EXPECT_TRUE(entry.is_link);
+}
+#endif
