@@ -173,7 +173,10 @@ int file_create_text(const char *path, std::string_view text) {
     return 2;
 }
 
+// Where the system lets an administrator write read-only files, they still count as such here.
 int file_probe_writable(const char *path) {
+    if (has_attribute(path, FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY))
+        return 1;
     const HANDLE file =
         CreateFileA(path, GENERIC_READ | FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
                     nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -188,6 +191,8 @@ int file_delete(const char *path) {
 }
 
 int file_copy(const char *source, const char *target) {
+    if (has_attribute(target, FILE_ATTRIBUTE_READONLY))
+        return 1;
     return CopyFileA(source, target, FALSE) != 0 ? 0 : 1;
 }
 

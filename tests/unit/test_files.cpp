@@ -188,10 +188,10 @@ TEST(Files, copying_overwrites_the_target_but_not_a_read_only_one) {
     const std::string target = folder.write("target", "old");
     folder.set_read_only("target", true);
     EXPECT_EQ(1, file_copy(source.c_str(), target.c_str()));
-    EXPECT_EQ("old", folder.read("target"));
+    EXPECT_TRUE(folder.read("target") == "old");
     folder.set_read_only("target", false);
     EXPECT_EQ(0, file_copy(source.c_str(), target.c_str()));
-    EXPECT_EQ(std::string(200'000, 'x'), folder.read("target"));
+    EXPECT_TRUE(folder.read("target") == std::string(200'000, 'x'));
     EXPECT_EQ(1, file_copy(folder.file("missing").c_str(), target.c_str()));
     EXPECT_EQ(1, file_copy(source.c_str(), folder.file("missing\\target").c_str()));
 }
