@@ -30,7 +30,7 @@ static std::int32_t entry_total;
 static Entry entries[NODE_CAPACITY];
 static NodeSet column_members[STRIPS];
 static NodeSet row_members[STRIPS];
-static NodeSet overlaps[NODE_CAPACITY];
+NodeSet overlap_index_sets[NODE_CAPACITY];
 
 NodeBox node_box(const Node &record) {
     return node_box_at(record, record.x, record.y);
@@ -44,11 +44,6 @@ NodeBox node_box_at(const Node &record, float x, float y) {
 bool node_boxes_overlap(const NodeBox &a, const NodeBox &b) {
     return a.left < b.right && b.left < a.right && a.near_edge < b.far_edge &&
            b.near_edge < a.far_edge;
-}
-
-static bool boxes_touch(const NodeBox &a, const NodeBox &b) {
-    return a.left <= b.right && b.left <= a.right && a.near_edge <= b.far_edge &&
-           b.near_edge <= a.far_edge;
 }
 
 static bool box_is_numbers(const NodeBox &box) {
@@ -105,13 +100,13 @@ static NodeSet find_overlaps(std::int32_t id) {
 }
 
 static void set_overlaps(std::int32_t id, const NodeSet &found) {
-    const NodeSet lost = overlaps[id].without(found);
-    const NodeSet gained = found.without(overlaps[id]);
+    const NodeSet lost = overlap_index_sets[id].without(found);
+    const NodeSet gained = found.without(overlap_index_sets[id]);
     for (std::int32_t other = lost.next(0); other >= 0; other = lost.next(other + 1))
-        overlaps[other].remove(id);
+        overlap_index_sets[other].remove(id);
     for (std::int32_t other = gained.next(0); other >= 0; other = gained.next(other + 1))
-        overlaps[other].add(id);
-    overlaps[id] = found;
+        overlap_index_sets[other].add(id);
+    overlap_index_sets[id] = found;
 }
 
 static void place(std::int32_t id, const Node &record) {
@@ -140,38 +135,38 @@ static bool is_up_to_date(const Entry &entry, const Node &record) {
            std::memcmp(&entry.source[2], record.dimensions, 4 * sizeof(float)) == 0;
 }
 
+static void update(std::int32_t id) {
+    place(id, node[id]);
+    set_overlaps(id, find_overlaps(id));
+}
+
 void overlap_index_update_all() {
     while (entry_total > node_total)
         take_out(--entry_total);
     const std::int32_t known = entry_total;
     for (std::int32_t id = 0; id < known; id++)
-        if (!is_up_to_date(entries[id], node[id]))
-            overlap_index_update(id);
+        overlap_index_update(id);
     while (entry_total < node_total) {
         entries[entry_total].columns = NO_STRIPS;
         entries[entry_total].rows = NO_STRIPS;
-        overlap_index_update(entry_total++);
+        update(entry_total++);
     }
 }
 
 void overlap_index_update(std::int32_t id) {
-    place(id, node[id]);
-    set_overlaps(id, find_overlaps(id));
+    if (!is_up_to_date(entries[id], node[id]))
+        update(id);
 }
 
 void overlap_index_update_lone(std::int32_t id) {
     place(id, node[id]);
 }
 
-const NodeSet &overlap_index_of(std::int32_t id) {
-    return overlaps[id];
-}
-
 bool overlap_index_is_free(std::int32_t id, const NodeBox &area) {
     const NodeSet near_by = neighbours_of(id, strips_of(area.left, area.right),
                                           strips_of(area.near_edge, area.far_edge));
     for (std::int32_t other = near_by.next(0); other >= 0; other = near_by.next(other + 1))
-        if (boxes_touch(area, entries[other].box))
+        if (node_boxes_overlap(area, entries[other].box))
             return false;
     return true;
 }

@@ -6,11 +6,15 @@
 
 #include <array>
 #include <bit>
+#include <cstddef>
 #include <cstdint>
+
+inline constexpr std::size_t NODE_SET_WORD_BITS = 64;
+inline constexpr std::size_t NODE_SET_WORDS = NODE_CAPACITY / NODE_SET_WORD_BITS + 1;
 
 // Set of node indices, walked in ascending order.
 struct NodeSet {
-    std::array<std::uint64_t, (NODE_CAPACITY + 63) / 64> words;
+    std::array<std::uint64_t, NODE_SET_WORDS> words;
 
     bool has(std::int32_t id) const {
         return (words[word_of(id)] & bit_of(id)) != 0;
@@ -74,8 +78,12 @@ void overlap_index_update(std::int32_t id);
 // The same for a node that is known to overlap nothing, neither where it was nor where it is.
 void overlap_index_update_lone(std::int32_t id);
 
-// The nodes whose boxes overlap this one's. Valid until the next update.
-const NodeSet &overlap_index_of(std::int32_t id);
+// The nodes whose boxes overlap each node's; only this module writes to it.
+extern NodeSet overlap_index_sets[NODE_CAPACITY];
 
-// True when no other node's box so much as touches the area.
+inline const NodeSet &overlap_index_of(std::int32_t id) {
+    return overlap_index_sets[id];
+}
+
+// True when no other node's box overlaps the area.
 bool overlap_index_is_free(std::int32_t id, const NodeBox &area);

@@ -77,20 +77,25 @@ void node_collision_handle(std::int32_t pushed, std::int32_t mover) {
 // have any part in that, and only those get a turn here.
 
 static NodeSet pending; // nodes to be looked at in the next run: on the move or marked
-static NodeSet busy;    // nodes that need a turn
-static NodeSet marked;  // nodes whose collision_with is set
+
+// What the passes know of the table beside the records; valid from begin_passes to end_passes.
+static NodeSet busy;   // nodes that need a turn
+static NodeSet moving; // nodes that have steps left or a move not yet cleared
+static NodeSet marked; // nodes that were pushed in the current step,
+static std::int32_t pushed_by[NODE_CAPACITY]; // and by whom: collision_with while the passes run
+static NodeSet anchored;
 
 // Nodes told to move, and for each of them the nodes at rest that it overlapped from the start.
 static NodeSet told;
 static NodeSet left_behind[NODE_CAPACITY];
 
 static bool has_motion(const Node &record) {
-    return (std::bit_cast<std::uint32_t>(record.move_dx) |
-            std::bit_cast<std::uint32_t>(record.move_dy)) != 0;
+    return record.move_frames > 0 || (std::bit_cast<std::uint32_t>(record.move_dx) |
+                                      std::bit_cast<std::uint32_t>(record.move_dy)) != 0;
 }
 
-static bool stands_still(const Node &record) {
-    return record.move_dx == 0.0f && record.move_dy == 0.0f;
+static bool stands_still(std::int32_t id) {
+    return !moving.has(id) || (node[id].move_dx == 0.0f && node[id].move_dy == 0.0f);
 }
 
 static void rest(Node *record) {
@@ -100,8 +105,7 @@ static void rest(Node *record) {
 }
 
 static void note_if_pending(std::int32_t id) {
-    const Node &record = node[id];
-    if (record.move_frames > 0 || record.collision_with != -1 || has_motion(record))
+    if (node[id].collision_with != -1 || has_motion(node[id]))
         pending.add(id);
 }
 
@@ -123,42 +127,54 @@ static void take_step(std::int32_t id) {
 }
 
 static bool is_let_go(std::int32_t mover, std::int32_t hit) {
-    return node[hit].grab_state == GRAB_ANCHORED || (told.has(hit) && left_behind[hit].has(mover));
+    return told.has(hit) && left_behind[hit].has(mover);
+}
+
+// False when the node goes no further in this turn: it met its own pusher, or nothing moves here.
+static bool push(std::int32_t hit, std::int32_t id) {
+    if (pushed_by[id] == hit && marked.has(id))
+        return false;
+    pushed_by[hit] = id;
+    marked.add(hit);
+    if (stands_still(id) && stands_still(hit))
+        return false;
+    node_collision_handle(hit, id);
+    if (has_motion(node[hit]))
+        moving.add(hit);
+    return true;
 }
 
 static void push_what_is_hit(std::int32_t id) {
-    const NodeSet hits = overlap_index_of(id).without(marked);
-    for (std::int32_t hit = hits.next(0); hit >= 0; hit = hits.next(hit + 1)) {
-        if (is_let_go(id, hit))
-            continue;
-        if (node[id].collision_with == hit)
-            return;
-        node[hit].collision_with = id;
-        marked.add(hit);
-        if (stands_still(node[id]) && stands_still(node[hit]))
-            return;
-        node_collision_handle(hit, id);
-    }
-}
-
-static void clear_mark(std::int32_t id) {
-    node[id].collision_with = -1;
-    marked.remove(id);
+    const NodeSet &overlapped = overlap_index_of(id);
+    for (std::size_t word = 0; word < NODE_SET_WORDS; word++)
+        // Nothing but what has been passed is marked meanwhile, so that one look is enough.
+        for (std::uint64_t rest = overlapped.words[word] & ~marked.words[word]; rest != 0;
+             rest &= rest - 1) {
+            const auto hit =
+                static_cast<std::int32_t>(word * NODE_SET_WORD_BITS) + std::countr_zero(rest);
+            if (!is_let_go(id, hit) && !push(hit, id))
+                return;
+        }
 }
 
 // True when the node had a step to take.
 static bool take_turn(std::int32_t id) {
     Node *const record = &node[id];
-    const bool anchored = record->grab_state == GRAB_ANCHORED;
-    const bool steps = record->move_frames > 0 && !anchored;
-    if (steps)
-        take_step(id);
-    else
-        rest(record); // a move that is not yet told to start is forgotten
-    if (!anchored)
+    bool steps = false;
+    if (moving.has(id)) {
+        steps = record->move_frames > 0 && !anchored.has(id);
+        if (steps)
+            take_step(id);
+        else
+            rest(record);
+        if (!has_motion(*record))
+            moving.remove(id);
+    }
+    if (!anchored.has(id)) {
         push_what_is_hit(id);
-    clear_mark(id);
-    if (record->move_frames < 1 && !has_motion(*record) && overlap_index_of(id).empty())
+        marked.remove(id);
+    }
+    if (!moving.has(id) && overlap_index_of(id).empty())
         busy.remove(id);
     return steps;
 }
@@ -170,27 +186,32 @@ static bool run_pass() {
     return moved;
 }
 
+static void take_over_record(std::int32_t id) {
+    Node *const record = &node[id];
+    if (has_motion(*record))
+        moving.add(id);
+    if (record->move_frames > 0)
+        told.add(id);
+    if (record->collision_with != -1)
+        marked.add(id);
+    pushed_by[id] = record->collision_with;
+    record->collision_with = -1;
+}
+
 static void begin_passes() {
     busy = pending;
-    marked = {};
-    told = {};
+    moving = marked = told = anchored = {};
+    for (std::int32_t id = pending.next(0); id >= 0; id = pending.next(id + 1))
+        take_over_record(id);
     for (std::int32_t id = 0; id < node_total; id++) {
         if (!overlap_index_of(id).empty())
             busy.add(id);
-        if (node[id].collision_with != -1)
-            marked.add(id);
-        if (node[id].move_frames > 0)
-            told.add(id);
+        if (node[id].grab_state == GRAB_ANCHORED)
+            anchored.add(id);
     }
+    marked |= anchored; // so that nobody finds them
     for (std::int32_t id = told.next(0); id >= 0; id = told.next(id + 1))
         left_behind[id] = overlap_index_of(id).without(told);
-}
-
-static void end_passes() {
-    for (std::int32_t id = busy.next(0); id >= 0; id = busy.next(id + 1)) {
-        rest(&node[id]);
-        clear_mark(id);
-    }
 }
 
 static void run_passes() {
@@ -198,7 +219,8 @@ static void run_passes() {
     // Without the limit, a push that is handed round in a circle would never end.
     for (std::int32_t pass = 0; pass < PASSES_MAX && run_pass(); pass++)
         ;
-    end_passes();
+    for (std::int32_t id = moving.next(0); id >= 0; id = moving.next(id + 1))
+        rest(&node[id]);
 }
 
 static NodeBox hull(const NodeBox &a, const NodeBox &b) {
