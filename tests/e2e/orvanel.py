@@ -192,6 +192,11 @@ class Orvanel:
         xdotool("mousemove", "--window", self.window, x, y)
         time.sleep(0.4)  # the hover test runs every 100 ms
 
+    def rest_mouse(self):
+        """Moves the pointer where no object is and waits until nothing moves any more."""
+        self.move_to(5, 5)
+        time.sleep(1.0)
+
     def double_click(self, x, y):
         self.move_to(x, y)
         xdotool("click", "--repeat", 2, "--delay", 60, 1)
