@@ -104,6 +104,7 @@ std::int32_t scene_mouse_over_button(std::int32_t x, std::int32_t y) {
 // ---- drawing
 
 static float title_width() {
+    scene_fonts_require();
     if (scene_uses_texture_fonts())
         return static_cast<float>(
             tex_font_get_string_width(&tahoma_40_normal, "%s", scene_page_title));

@@ -27,7 +27,8 @@ void scene_cut_node_transition(std::int32_t index);    // shrinks away
 void scene_delete_node_transition(std::int32_t index); // flies up
 
 // ---- placement (scene_transition_place.cpp)
-// axis: 1 = takes the other node's x, 2 = its y (results of node_align_node); else nothing moves.
+// axis: an Alignment of page/placement.h: 1 = takes the other node's x, 2 = its y, else nothing
+// moves.
 void scene_align_node_transition(std::int32_t index, std::int32_t to, std::int32_t axis);
 void scene_align_with_grid(std::int32_t index);
 
