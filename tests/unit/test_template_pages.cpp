@@ -22,8 +22,9 @@
 static constexpr float VIEW_HALF_WIDTH = 38.0f;
 static constexpr float VIEW_HALF_HEIGHT = 29.0f;
 static constexpr float GRID = 2.5f;
-static constexpr float WIDEST_CHARACTER =
-    0.55f;                                    // floor units a character of a name takes on average
+// Floor units that a character takes on average at that level.
+static constexpr float NAME_CHARACTER = 0.5f;
+static constexpr float DESCRIPTION_CHARACTER = 0.34f;
 static constexpr float CAPTION_HEIGHT = 2.5f; // name and description below the footprint
 
 static std::string bytes_of(const char *name) {
@@ -64,20 +65,24 @@ struct Box {
     float left, right, bottom, top;
 };
 
+static float text_width(const char *text, float character) {
+    return character * static_cast<float>(std::strlen(text));
+}
+
 static Box footprint(const Node &entry) {
     if (is_model_node(entry))
         return {entry.x + entry.dimensions[EXTENT_LEFT], entry.x + entry.dimensions[EXTENT_RIGHT],
                 entry.y + entry.dimensions[EXTENT_NEAR], entry.y + entry.dimensions[EXTENT_FAR]};
-    const float half = WIDEST_CHARACTER * static_cast<float>(std::strlen(entry.description)) / 2.0f;
+    const float half = text_width(entry.description, NAME_CHARACTER) / 2.0f;
     return {entry.x - half, entry.x + half, entry.y - 0.5f, entry.y + 0.5f};
 }
 
 static Box with_captions(const Node &entry) {
     Box box = footprint(entry);
     if (is_model_node(entry)) {
-        const std::size_t length =
-            std::max(std::strlen(entry.name), std::strlen(entry.description));
-        const float half = WIDEST_CHARACTER * static_cast<float>(length) / 2.0f;
+        const float half = std::max(text_width(entry.name, NAME_CHARACTER),
+                                    text_width(entry.description, DESCRIPTION_CHARACTER)) /
+                           2.0f;
         box = {std::min(box.left, entry.x - half), std::max(box.right, entry.x + half),
                box.bottom - CAPTION_HEIGHT, box.top};
     }
