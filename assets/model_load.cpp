@@ -20,8 +20,7 @@ static constexpr std::ptrdiff_t STATEMENT_LENGTH = 7; // "mtllib " and "usemtl "
 // What a first look at the file finds.
 struct Contents {
     std::size_t vertices, normals, faces;
-    bool has_library;
-    char library[MODEL_LINE_LENGTH + 1]; // name of the material library, as written
+    char library[MODEL_LINE_LENGTH + 1]; // name of the material library; empty = none
 };
 
 // The materials by their names, so that a switch costs the same however many there are.
@@ -41,48 +40,63 @@ struct Reader {
     std::int32_t material_id; // for the faces that follow
 };
 
-static bool ends_line(char character) {
-    return character == '\n' || character == '\r' || character == '\0';
-}
-
-static const char *skip_spaces(const char *at) {
-    while (*at == ' ')
-        at++;
-    return at;
-}
-
 // The text of a statement begins at the eighth character of its line, wherever its word stands.
 static const char *statement_text(const char *line) {
     return line + std::min<std::size_t>(std::strlen(line), STATEMENT_LENGTH);
 }
 
-static void note_library(const ModelLine *line, Contents *contents) {
-    char text[MODEL_LINE_LENGTH + 1];
-    model_line_copy(line, text);
-    text_copy(contents->library, statement_text(text));
+// Also a last line that the file ends before it does may name the library.
+static void find_library(const ModelText *text, Contents *contents) {
+    const char *line = model_text_find_line(text, text->begin, "mtllib ");
+    if (line == text->end)
+        return;
+    char characters[MODEL_LINE_LENGTH + 1];
+    model_text_copy_line(text, line, characters);
+    text_copy(contents->library, statement_text(characters));
     contents->library[std::strcspn(contents->library, "\r\n")] = '\0';
-    contents->has_library = true;
 }
 
-// A last line that the file ends before it does is no statement, but may name the library.
-static void look_over(ModelText text, Contents *contents) {
-    *contents = {};
-    ModelWordFinder library = model_word_finder("mtllib ", &text);
-    ModelLine line;
-    while (model_text_next(&text, &line)) {
-        if (!contents->has_library && model_word_in_line(&library, &line))
-            note_library(&line, contents);
-        if (!line.complete)
-            break;
-        const std::ptrdiff_t length = line.end - line.begin;
-        if (line.begin[0] == 'v' && length > 1) {
-            if (line.begin[1] == ' ')
-                contents->vertices++;
-            else if (line.begin[1] == 'n' && length > 2 && line.begin[2] == ' ')
-                contents->normals++;
-        } else if (line.begin[0] == 'f' && length > 1 && line.begin[1] == ' ') {
-            contents->faces++;
-        }
+static void count_statement(const char *line, Contents *contents) {
+    if (line[0] == 'v' && line[1] == ' ')
+        contents->vertices++;
+    else if (line[0] == 'v' && line[1] == 'n' && line[2] == ' ')
+        contents->normals++;
+    else if (line[0] == 'f' && line[1] == ' ')
+        contents->faces++;
+}
+
+// Counts the statements whose lines begin behind one of the first COUNT_BLOCK characters. The
+// counters are bytes and the block is short enough for them, so that the compiler can compare many
+// characters at a time.
+static constexpr std::ptrdiff_t COUNT_BLOCK = 240;
+static constexpr std::ptrdiff_t COUNT_LOOK_AHEAD = 3;
+static void count_block(const char *at, Contents *contents) {
+    std::uint8_t vertices = 0, normals = 0, faces = 0;
+    for (std::ptrdiff_t i = 0; i < COUNT_BLOCK; i++) {
+        const bool begins = at[i] == '\n';
+        const bool vertex = at[i + 1] == 'v';
+        vertices = static_cast<std::uint8_t>(vertices + (begins & vertex & (at[i + 2] == ' ')));
+        normals = static_cast<std::uint8_t>(
+            normals + (begins & vertex & (at[i + 2] == 'n') & (at[i + 3] == ' ')));
+        faces =
+            static_cast<std::uint8_t>(faces + (begins & (at[i + 1] == 'f') & (at[i + 2] == ' ')));
+    }
+    contents->vertices += vertices;
+    contents->normals += normals;
+    contents->faces += faces;
+}
+
+// Every line ends in LF, hence no character compared lies behind the text.
+static void count_statements(const ModelText *text, Contents *contents) {
+    const char *at = text->begin;
+    if (at == text->complete_end)
+        return;
+    count_statement(at, contents);
+    for (; text->complete_end - at >= COUNT_BLOCK + COUNT_LOOK_AHEAD; at += COUNT_BLOCK)
+        count_block(at, contents);
+    for (; at + 1 != text->complete_end; at++) {
+        if (*at == '\n')
+            count_statement(at + 1, contents);
     }
 }
 
@@ -151,19 +165,6 @@ static std::int32_t material_index_search(const MaterialIndex *index, const char
     return *find_slot(index, name, length);
 }
 
-// The number read ends at a space or at the line end, whatever else stands behind its digits.
-static const char *read_number(const char *at, float *value) {
-    at = model_text_number(skip_spaces(at), value);
-    while (*at != ' ' && !ends_line(*at))
-        at++;
-    return at;
-}
-
-static void read_triple(const char *at, float *triple) {
-    for (int i = 0; i < 3; i++)
-        at = read_number(at, &triple[i]);
-}
-
 // The greatest z is measured against the greatest y: page files in use rely on the boxes that come
 // of it.
 static void widen_bounding_box(Model *model, const float *vertex) {
@@ -183,25 +184,31 @@ static void pad_bounding_box(Model *model) {
         *high += BOUNDING_BOX_PADDING;
 }
 
-// Only the switch from ' ' to 'n' tells a normal from a position here, while a space was asked for
-// in the count: there may be more of them than room.
-static void read_vertex_line(Reader *reader, const char *line) {
+static void scale_vertex(float *vertex, float scale) {
+    for (int i = 0; i < 3; i++)
+        vertex[i] = std::clamp(vertex[i] * scale, -FLT_MAX, FLT_MAX);
+}
+
+// The second character alone tells a normal from a position here, while the count asked for a space
+// as well: there may be more normals than room.
+static const char *read_vertex_line(Reader *reader, const char *line) {
     Model *model = reader->model;
     if (line[1] == ' ' && reader->vertices < reader->vertex_capacity) {
         float *vertex = &model->vertex[3 * reader->vertices++];
-        read_triple(line + 2, vertex);
-        for (int i = 0; i < 3; i++)
-            vertex[i] = std::clamp(vertex[i] * reader->scale, -FLT_MAX, FLT_MAX);
+        line = model_text_triple(line + 2, vertex);
+        if (reader->scale != 1.0f)
+            scale_vertex(vertex, reader->scale);
         widen_bounding_box(model, vertex);
     } else if (line[1] == 'n' && reader->normals < reader->normal_capacity) {
-        read_triple(line + 2, &model->normal[3 * reader->normals++]);
+        line = model_text_triple(line + 2, &model->normal[3 * reader->normals++]);
     }
+    return line;
 }
 
-static const char *read_index(const char *at, std::int32_t *index) {
+[[gnu::always_inline]] static inline const char *read_index(const char *at, std::int32_t *index) {
     std::int32_t number = 0;
-    at = model_text_integer(at, &number);
-    *index = number == INT32_MIN ? number : number - 1; // the file counts from 1
+    at = model_text_integer(model_text_skip_tabs(at), &number);
+    *index = number - 1; // the file counts from 1
     return at;
 }
 
@@ -209,62 +216,61 @@ static const char *read_index(const char *at, std::int32_t *index) {
 // "1/2 3/4" is one corner: texture indices alone are not supported.
 static const char *read_corner(const char *at, std::int32_t *vertex_id, std::int32_t *normal_id) {
     at = read_index(at, vertex_id);
-    while (*at != '/' && *at != ' ' && !ends_line(*at))
+    while (*at != '/' && *at != ' ' && !model_text_ends_line(*at))
         at++;
     if (*at != '/')
         return at;
     at++;
-    while (*at != '/' && !ends_line(*at))
+    while (*at != '/' && !model_text_ends_line(*at))
         at++;
     if (*at != '/')
         return at;
     at = read_index(at + 1, normal_id);
-    while (*at != ' ' && !ends_line(*at))
+    while (*at != ' ' && !model_text_ends_line(*at))
         at++;
     return at;
 }
 
 // Corners behind the third are dropped; one without a normal index gets normal 0.
-static void read_face_line(Reader *reader, const char *line) {
+static const char *read_face_line(Reader *reader, const char *line) {
     if (reader->faces == reader->face_capacity)
-        return; // any line with an 'f' is a face here, but only those with "f " were counted
+        return line; // any line with an 'f' is a face here, but only those with "f " were counted
     Face *face = &reader->model->face[reader->faces++];
     *face = {
         .vertex_total = 0, .vertex_id = {}, .normal_id = {}, .material_id = reader->material_id};
-    const char *at = skip_spaces(line + 1);
-    while (face->vertex_total < 3 && !ends_line(*at)) {
+    const char *at = model_text_skip_spaces(line + 1);
+    while (face->vertex_total < 3 && !model_text_ends_line(*at)) {
         const std::int32_t corner = face->vertex_total++;
-        at = skip_spaces(read_corner(at, &face->vertex_id[corner], &face->normal_id[corner]));
+        at = model_text_skip_spaces(
+            read_corner(at, &face->vertex_id[corner], &face->normal_id[corner]));
     }
+    return at;
 }
 
-static void switch_material(Reader *reader, const ModelLine *line) {
-    char text[MODEL_LINE_LENGTH + 1];
-    model_line_copy(line, text);
-    reader->material_id = material_index_search(&reader->materials, statement_text(text));
+static void switch_material(const ModelText *text, const char *line, Reader *reader) {
+    char characters[MODEL_LINE_LENGTH + 1];
+    model_text_copy_line(text, line, characters);
+    reader->material_id = material_index_search(&reader->materials, statement_text(characters));
 }
 
-// The kinds of statements do not touch each other's results, so one walk reads them all. Piece is
-// room for a line that must be copied to be terminated.
-static void read_statements(ModelText text, Reader *reader) {
-    ModelWordFinder material_switch = model_word_finder("usemtl ", &text);
-    char piece[MODEL_LINE_LENGTH + 1];
-    ModelLine line;
-    while (model_text_next(&text, &line) && line.complete) {
-        const bool switches = model_word_in_line(&material_switch, &line);
-        if (switches)
-            switch_material(reader, &line);
-        const char *at = line.begin;
-        if (*at != 'v' && *at != 'f')
-            continue;
-        if (line.end[-1] != '\n') {
-            model_line_copy(&line, piece);
-            at = piece;
+// The kinds of statements do not touch each other's results, so one walk reads them all.
+static void read_statements(const ModelText *text, Reader *reader) {
+    const char *line = text->begin;
+    const char *switch_line = model_text_find_line(text, line, "usemtl ");
+    while (line != text->complete_end) {
+        const char *at = line;
+        if (*line == 'v')
+            at = read_vertex_line(reader, line);
+        else if (*line == 'f' && line != switch_line)
+            at = read_face_line(reader, line);
+        while (*at != '\n')
+            at++;
+        const char *next = at + 1;
+        if (line == switch_line) {
+            switch_material(text, line, reader);
+            switch_line = model_text_find_line(text, next, "usemtl ");
         }
-        if (*at == 'v')
-            read_vertex_line(reader, at);
-        else if (!switches)
-            read_face_line(reader, at);
+        line = next;
     }
 }
 
@@ -291,7 +297,7 @@ static int read_model(const ModelText *text, const Contents *contents, Reader *r
     reader->vertex_capacity = contents->vertices;
     reader->normal_capacity = contents->normals;
     reader->face_capacity = contents->faces;
-    read_statements(*text, reader);
+    read_statements(text, reader);
     material_index_free(&reader->materials);
     model->vertex_total = static_cast<std::int32_t>(reader->vertices);
     model->normal_total = static_cast<std::int32_t>(reader->normals);
@@ -306,9 +312,10 @@ std::int32_t model_load_memory(std::span<const char> obj, const char *obj_path, 
     ModelText text;
     if (model_text_open(obj, &text) != 0)
         return 1;
-    Contents contents;
-    look_over(text, &contents);
-    if (contents.has_library && contents.library[0] != '\0')
+    Contents contents = {};
+    find_library(&text, &contents);
+    count_statements(&text, &contents);
+    if (contents.library[0] != '\0')
         load_library(contents.library, obj_path, model);
     Reader reader = {};
     reader.model = model;

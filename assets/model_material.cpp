@@ -36,25 +36,32 @@ std::int32_t material_search(const Material *materials, std::int32_t material_to
     return NO_MATERIAL;
 }
 
+// As atof and atoi do.
+static const char *skip_white_space(const char *text) {
+    return text + std::strspn(text, " \t\n\v\f\r");
+}
+
 float material_float_to_value(const char *text) {
     float value = 0.0f;
-    model_text_number(text, &value);
+    model_text_number(skip_white_space(text), &value);
     return std::min(value, 1.0f);
 }
 
-// text is what follows the key. A component ends at a space only.
-static void read_colour(const char *text, float *colour) {
+// text is what follows the key. A component ends at a space only; the text is cut there.
+static void read_colour(char *text, float *colour) {
     for (int i = 0; i < 3; i++) {
-        text += std::strspn(text, " ");
-        colour[i] = material_float_to_value(text);
-        text += std::strcspn(text, " ");
+        char *component = text + std::strspn(text, " ");
+        text = component + std::strcspn(component, " ");
+        if (*text != '\0')
+            *text++ = '\0';
+        colour[i] = material_float_to_value(component);
     }
     colour[3] = 1.0f;
 }
 
 static float shininess_of(const char *text) {
     float ns = 0.0f;
-    model_text_number(text, &ns);
+    model_text_number(skip_white_space(text), &ns);
     return std::clamp(SHININESS_MAX - ns / NS_PER_SHININESS, 0.0f, SHININESS_MAX);
 }
 
@@ -65,7 +72,7 @@ static bool contains(const char *line, const char *key) {
 // The keys count wherever they stand in the line; their values are always taken from behind where
 // the key of a line without indentation would end. Texture maps bear keys in their names
 // ("map_Kd "), but are none of ours.
-static void read_material_line(const char *line, Material *material) {
+static void read_material_line(char *line, Material *material) {
     if (std::strncmp(line + std::strspn(line, " \t"), "map_", 4) == 0)
         return;
     if (contains(line, "Ka "))
@@ -77,20 +84,23 @@ static void read_material_line(const char *line, Material *material) {
     else if (contains(line, "Ns "))
         material->shininess = shininess_of(line + 3);
     else if (contains(line, "illum "))
-        model_text_integer(line + 6, &material->illum);
+        model_text_integer(skip_white_space(line + 6), &material->illum);
 }
 
-// Reads up to the empty line that ends the block. A "newmtl" on the way does not: without an empty
-// line before it, it belongs to this material. The file's last line counts without its end, too.
-static void read_material_block(ModelText *text, Material *material) {
+// Reads up to the empty line that ends the block and returns where it stopped. A "newmtl" on the
+// way does not end it: without an empty line before it, it belongs to this material. The file's
+// last line counts without its end, too.
+static const char *read_material_block(const ModelText *text, const char *line,
+                                       Material *material) {
     char characters[MODEL_LINE_LENGTH + 1];
-    ModelLine line;
-    while (model_text_next(text, &line)) {
-        model_line_copy(&line, characters);
+    while (line != text->end) {
+        model_text_copy_line(text, line, characters);
+        line = model_text_next_line(text, line);
         if (std::strlen(characters) <= 1)
-            return;
+            break;
         read_material_line(characters, material);
     }
+    return line;
 }
 
 // Cut at the field's end without a terminator, padded with NULs when shorter.
@@ -100,30 +110,25 @@ static void set_material_name(Material *material, const char *line) {
     std::memcpy(material->name, name, strnlen(name, sizeof material->name));
 }
 
-static std::size_t count_materials(ModelText text) {
+static std::size_t count_materials(const ModelText *text) {
     std::size_t count = 0;
-    char characters[MODEL_LINE_LENGTH + 1];
-    ModelLine line;
-    while (model_text_next(&text, &line) && line.complete) {
-        model_line_copy(&line, characters);
-        if (contains(characters, "newmtl"))
-            count++;
-    }
+    const char *line = model_text_find_line(text, text->begin, "newmtl");
+    for (; line < text->complete_end; count++)
+        line = model_text_find_line(text, model_text_next_line(text, line), "newmtl");
     return count;
 }
 
-static std::int32_t read_materials(ModelText text, Material *materials) {
+static std::int32_t read_materials(const ModelText *text, Material *materials) {
     std::int32_t count = 0;
     char characters[MODEL_LINE_LENGTH + 1];
-    ModelLine line;
-    while (model_text_next(&text, &line) && line.complete) {
-        model_line_copy(&line, characters);
-        if (!contains(characters, "newmtl "))
-            continue;
+    const char *line = model_text_find_line(text, text->begin, "newmtl ");
+    while (line < text->complete_end) {
         Material *material = &materials[count++];
         material_clear(material);
+        model_text_copy_line(text, line, characters);
         set_material_name(material, characters);
-        read_material_block(&text, material);
+        line = read_material_block(text, model_text_next_line(text, line), material);
+        line = model_text_find_line(text, line, "newmtl ");
     }
     return count;
 }
@@ -134,11 +139,11 @@ std::int32_t material_load_memory(std::span<const char> mtl, Material **material
     if (model_text_open(mtl, &text) != 0)
         return 0;
     std::int32_t count = 0;
-    const std::size_t capacity = count_materials(text);
+    const std::size_t capacity = count_materials(&text);
     if (capacity > 0 && capacity <= SIZE_MAX / sizeof(Material))
         *materials = static_cast<Material *>(std::malloc(capacity * sizeof(Material)));
     if (*materials != nullptr)
-        count = read_materials(text, *materials);
+        count = read_materials(&text, *materials);
     model_text_close(&text);
     return count;
 }

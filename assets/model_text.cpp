@@ -19,13 +19,69 @@ static const char *find_byte(const char *begin, const char *end, char byte) {
     return found != nullptr ? static_cast<const char *>(found) : end;
 }
 
-static const char *find_line_end_pair(const char *begin, const char *end) {
+static bool has_line_end_pair(const char *begin, const char *end) {
     for (const char *at = find_byte(begin, end, '\r'); at != end;
          at = find_byte(at + 1, end, '\r')) {
         if (at + 1 != end && at[1] == '\n')
-            return at;
+            return true;
     }
-    return end;
+    return false;
+}
+
+// Looks only where a line would have to have ended.
+static bool has_long_line(const char *begin, const char *end) {
+    static constexpr std::ptrdiff_t LENGTH = MODEL_LINE_LENGTH;
+    while (end - begin > LENGTH) {
+        const char *line_end = begin + LENGTH;
+        while (line_end != begin && line_end[-1] != '\n')
+            line_end--;
+        if (line_end == begin)
+            return true;
+        begin = line_end;
+    }
+    return false;
+}
+
+// A long line grows by two characters a piece.
+static std::size_t copy_capacity(std::size_t size) {
+    return size + 2 * (size / MODEL_LINE_LENGTH + 1);
+}
+
+// One line or piece without its CR, where a CR LF ends it. Returns the target's new end.
+static char *copy_line(const char **source, const char *end, char *target, bool *complete) {
+    std::size_t length = 0;
+    char last = '\0';
+    while (*source != end && length < MODEL_LINE_LENGTH && last != '\n') {
+        if (**source == '\r' && *source + 1 != end && (*source)[1] == '\n')
+            (*source)++;
+        last = *(*source)++;
+        target[length++] = last;
+    }
+    *complete = last == '\n' || length == MODEL_LINE_LENGTH;
+    target += length;
+    if (last != '\n') {
+        *target++ = '\0';
+        *target++ = '\n';
+    }
+    return target;
+}
+
+static int copy_text(const char *begin, const char *end, ModelText *text) {
+    const std::size_t size = static_cast<std::size_t>(end - begin);
+    text->owned = static_cast<char *>(std::malloc(copy_capacity(size)));
+    if (text->owned == nullptr)
+        return 1;
+    char *target = text->owned;
+    char *line = target;
+    bool complete = true;
+    while (begin != end) {
+        line = target;
+        target = copy_line(&begin, end, target, &complete);
+    }
+    text->begin = text->owned;
+    text->end = target;
+    text->complete_end = complete ? target : line;
+    return 0;
 }
 
 int model_text_open(std::span<const char> bytes, ModelText *text) {
@@ -34,22 +90,9 @@ int model_text_open(std::span<const char> bytes, ModelText *text) {
         return 0;
     const char *begin = bytes.data();
     const char *end = begin + bytes.size();
-    const char *pair = find_line_end_pair(begin, end);
-    if (pair == end) {
-        *text = {.begin = begin, .end = end, .owned = nullptr};
-        return 0;
-    }
-    text->owned = static_cast<char *>(std::malloc(bytes.size()));
-    if (text->owned == nullptr)
-        return 1;
-    char *target = text->owned;
-    while (begin != end) {
-        target = std::copy(begin, pair, target);
-        begin = pair == end ? end : pair + 1; // the CR is left out
-        pair = find_line_end_pair(begin, end);
-    }
-    text->begin = text->owned;
-    text->end = target;
+    if (end[-1] != '\n' || has_line_end_pair(begin, end) || has_long_line(begin, end))
+        return copy_text(begin, end, text);
+    *text = {.begin = begin, .end = end, .complete_end = end, .owned = nullptr};
     return 0;
 }
 
@@ -58,178 +101,126 @@ void model_text_close(ModelText *text) {
     *text = {};
 }
 
-bool model_text_next(ModelText *text, ModelLine *line) {
-    if (text->begin == text->end)
-        return false;
-    const std::size_t left = static_cast<std::size_t>(text->end - text->begin);
-    const char *limit = text->begin + std::min(left, MODEL_LINE_LENGTH);
-    const char *feed = find_byte(text->begin, limit, '\n');
-    line->begin = text->begin;
-    line->end = feed != limit ? feed + 1 : limit;
-    line->complete = feed != limit || left >= MODEL_LINE_LENGTH;
-    text->begin = line->end;
-    return true;
+const char *model_text_next_line(const ModelText *text, const char *line) {
+    return find_byte(line, text->end, '\n') + 1;
 }
 
-std::size_t model_line_length(const ModelLine *line) {
-    return static_cast<std::size_t>(find_byte(line->begin, line->end, '\0') - line->begin);
-}
-
-void model_line_copy(const ModelLine *line, char (&target)[MODEL_LINE_LENGTH + 1]) {
-    const std::size_t length = model_line_length(line);
-    std::memcpy(target, line->begin, length);
-    target[length] = '\0';
-}
-
-// The words looked for hold an 'm', a letter that hardly occurs elsewhere in these files.
-static const char *find_word(const ModelWordFinder *finder, const char *begin, const char *end) {
-    const std::size_t rare = std::strcspn(finder->word, "m");
-    while (static_cast<std::size_t>(end - begin) >= finder->length) {
-        const char *letter = find_byte(begin + rare, end, finder->word[rare]);
-        if (static_cast<std::size_t>(end - letter) < finder->length - rare)
+static const char *find_word(const char *begin, const char *end, const char *word) {
+    const std::ptrdiff_t length = static_cast<std::ptrdiff_t>(std::strlen(word));
+    const std::ptrdiff_t rare = static_cast<std::ptrdiff_t>(std::strcspn(word, "m"));
+    while (end - begin >= length) {
+        const char *letter = find_byte(begin + rare, end, word[rare]);
+        if (end - letter < length - rare)
             return end;
-        if (std::memcmp(letter - rare, finder->word, finder->length) == 0)
-            return letter - rare;
-        begin = letter - rare + 1;
+        begin = letter - rare;
+        if (std::memcmp(begin, word, static_cast<std::size_t>(length)) == 0)
+            return begin;
+        begin++;
     }
     return end;
 }
 
-ModelWordFinder model_word_finder(const char *word, const ModelText *text) {
-    ModelWordFinder finder = {
-        .word = word, .length = std::strlen(word), .next = text->end, .end = text->end};
-    if (text->begin != text->end)
-        finder.next = find_word(&finder, text->begin, text->end);
-    return finder;
+const char *model_text_find_line(const ModelText *text, const char *line, const char *word) {
+    while (line != text->end) {
+        const char *found = find_word(line, text->end, word);
+        if (found == text->end)
+            return found;
+        const char *begin = found;
+        while (begin != line && begin[-1] != '\n')
+            begin--;
+        if (find_byte(begin, found, '\0') == found)
+            return begin;
+        line = model_text_next_line(text, found);
+    }
+    return line;
 }
 
-bool model_word_in_line(ModelWordFinder *finder, const ModelLine *line) {
-    if (finder->next >= line->end)
-        return false;
-    // What was found may lie behind a NUL or across the end of a piece: the line itself decides.
-    const char *text_end = line->begin + model_line_length(line);
-    const bool found = find_word(finder, line->begin, text_end) != text_end;
-    finder->next = find_word(finder, line->end, finder->end);
-    return found;
+void model_text_copy_line(const ModelText *text, const char *line,
+                          char (&target)[MODEL_LINE_LENGTH + 1]) {
+    const char *end = find_byte(line, model_text_next_line(text, line), '\0');
+    const std::size_t length = std::min(static_cast<std::size_t>(end - line), MODEL_LINE_LENGTH);
+    std::memcpy(target, line, length);
+    target[length] = '\0';
 }
 
-static bool is_digit(char character) {
-    return static_cast<unsigned char>(character - '0') < 10;
+std::int32_t model_text_long_integer(const char *first) {
+    std::int64_t size = 0;
+    for (; model_text_is_digit(*first) && size <= INT32_MAX; first++)
+        size = size * 10 + (*first - '0');
+    return static_cast<std::int32_t>(std::min<std::int64_t>(size, INT32_MAX));
 }
 
-// The white space atof and atoi skip, short of a line end.
-static const char *skip_blanks(const char *at) {
-    while (*at == ' ' || *at == '\t' || *at == '\v' || *at == '\f')
-        at++;
-    return at;
-}
-
-struct Decimal {
-    const char *begin, *end; // digits, point and exponent, without the sign
-    std::uint64_t mantissa;  // all digits in a row; meaningless when there are more than 19
-    std::ptrdiff_t digits;   // before and behind the point, leading zeros included
-    std::ptrdiff_t decimals; // behind the point
-    std::int32_t exponent;   // as written, held within +-EXPONENT_LIMIT
-};
-
-// Beyond any exponent that matters, even for a line full of digits.
-static constexpr std::int32_t EXPONENT_LIMIT = 100000;
-
-// An exponent counts only when it has a digit: "1e" is the number 1.
-static const char *scan_exponent(const char *at, std::int32_t *exponent) {
-    const char *digit = at + 1;
-    const bool negative = *digit == '-';
-    if (*digit == '-' || *digit == '+')
+// Whether a number that no double holds is too large rather than too small: where its first digit
+// other than 0 stands.
+static bool is_huge(const char *begin, const char *end) {
+    static constexpr std::int32_t EXPONENT_LIMIT =
+        100000; // beyond what a line of digits can offset
+    const char *point = begin;
+    while (point != end && model_text_is_digit(*point))
+        point++;
+    const char *digit = begin;
+    while (digit != end && (*digit == '0' || *digit == '.'))
         digit++;
-    if (!is_digit(*digit))
-        return at;
-    std::int32_t value = 0;
-    for (; is_digit(*digit); digit++)
-        value = std::min(value * 10 + (*digit - '0'), EXPONENT_LIMIT);
-    *exponent = negative ? -value : value;
-    return digit;
+    const char *exponent = std::find_if(begin, end, [](char c) { return c == 'e' || c == 'E'; });
+    std::int32_t power = 0;
+    if (exponent != end)
+        model_text_integer(exponent + 1, &power);
+    return point - digit + std::clamp(power, -EXPONENT_LIMIT, EXPONENT_LIMIT) > 0;
 }
 
-static inline Decimal scan_decimal(const char *at) {
-    Decimal decimal = {
-        .begin = at, .end = at, .mantissa = 0, .digits = 0, .decimals = 0, .exponent = 0};
-    for (; is_digit(*at); at++)
-        decimal.mantissa = decimal.mantissa * 10 + static_cast<std::uint64_t>(*at - '0');
-    decimal.digits = at - decimal.begin;
+// Begins at a digit or at a point before one.
+EXACT_DOUBLES static const char *read_hard_number(const char *at, double *size) {
+    const char *end = at;
+    while (model_text_is_digit(*end) || std::memchr(".eE+-", *end, 5) != nullptr)
+        end++;
+    const std::from_chars_result result = std::from_chars(at, end, *size);
+    if (result.ec == std::errc::result_out_of_range)
+        *size = is_huge(at, result.ptr) ? DBL_MAX : 0.0;
+    return result.ptr;
+}
+
+// Up to 15 digits and the power of ten below them are exact doubles, so that their quotient is
+// rounded just once: the same double that a careful conversion gives. Almost all numbers of model
+// files are of this kind.
+EXACT_DOUBLES static inline const char *read_number(const char *at, float *value) {
+    static constexpr double POWERS_OF_TEN[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                               1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    static constexpr std::ptrdiff_t EXACT_DIGITS = 15;
+    const bool negative = *at == '-';
+    if (*at == '-' || *at == '+')
+        at++;
+    const char *first = at;
+    std::int64_t mantissa = 0;
+    for (; model_text_is_digit(*at) && at - first < EXACT_DIGITS; at++)
+        mantissa = mantissa * 10 + (*at - '0');
+    std::ptrdiff_t digits = at - first, decimals = 0;
     if (*at == '.') {
         const char *point = at++;
-        for (; is_digit(*at); at++)
-            decimal.mantissa = decimal.mantissa * 10 + static_cast<std::uint64_t>(*at - '0');
-        decimal.decimals = at - point - 1;
-        decimal.digits += decimal.decimals;
+        for (; model_text_is_digit(*at) && at - first <= EXACT_DIGITS; at++)
+            mantissa = mantissa * 10 + (*at - '0');
+        decimals = at - point - 1;
+        digits += decimals;
     }
-    if (decimal.digits == 0)
-        return decimal;
-    if (*at == 'e' || *at == 'E')
-        at = scan_exponent(at, &decimal.exponent);
-    decimal.end = at;
-    return decimal;
-}
-
-// Whether the number is too large rather than too small for a double.
-static bool is_huge(const Decimal *decimal) {
-    std::ptrdiff_t integer_digits = decimal->digits - decimal->decimals;
-    const char *at = decimal->begin;
-    for (; *at == '0' && integer_digits > 0; at++)
-        integer_digits--;
-    return integer_digits + decimal->exponent > 0;
-}
-
-EXACT_DOUBLES static double convert_slowly(const Decimal *decimal) {
-    double value = 0.0;
-    const std::from_chars_result result = std::from_chars(decimal->begin, decimal->end, value);
-    if (result.ec == std::errc::result_out_of_range)
-        return is_huge(decimal) ? DBL_MAX : 0.0;
-    return value;
-}
-
-// Both operands exact, hence one rounding: the same double that a careful conversion gives.
-EXACT_DOUBLES static double convert(const Decimal *decimal) {
-    static constexpr double POWERS_OF_TEN[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                               1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                               1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-    static constexpr std::ptrdiff_t EXACT_POWER = 22; // 10^22 is the last exact double
-    static constexpr std::uint64_t EXACT_MANTISSA = 1ull << 53;
-    static constexpr std::ptrdiff_t MANTISSA_DIGITS = 19; // fit 64 bits
-    const std::ptrdiff_t power = decimal->exponent - decimal->decimals;
-    if (decimal->digits > MANTISSA_DIGITS || decimal->mantissa > EXACT_MANTISSA ||
-        power < -EXACT_POWER || power > EXACT_POWER)
-        return convert_slowly(decimal);
-    const double mantissa = static_cast<double>(static_cast<std::int64_t>(decimal->mantissa));
-    return power < 0 ? mantissa / POWERS_OF_TEN[-power] : mantissa * POWERS_OF_TEN[power];
-}
-
-EXACT_DOUBLES const char *model_text_number(const char *text, float *value) {
-    const char *at = skip_blanks(text);
-    const bool negative = *at == '-';
-    if (*at == '-' || *at == '+')
-        at++;
-    const Decimal decimal = scan_decimal(at);
-    if (decimal.digits == 0) {
-        *value = 0.0f;
-        return at;
-    }
-    const double size = std::min(convert(&decimal), static_cast<double>(FLT_MAX));
+    double size = 0.0;
+    if (digits > 0 && (model_text_is_digit(*at) || *at == 'e' || *at == 'E'))
+        at = read_hard_number(first, &size);
+    else
+        size = static_cast<double>(mantissa) / POWERS_OF_TEN[decimals];
+    size = std::min(size, static_cast<double>(FLT_MAX));
     *value = static_cast<float>(negative ? -size : size);
-    return decimal.end;
+    return at;
 }
 
-const char *model_text_integer(const char *text, std::int32_t *value) {
-    const char *at = skip_blanks(text);
-    const bool negative = *at == '-';
-    if (*at == '-' || *at == '+')
-        at++;
-    std::int64_t size = 0;
-    for (; is_digit(*at); at++) {
-        if (size <= INT32_MAX)
-            size = size * 10 + (*at - '0');
+const char *model_text_number(const char *text, float *value) {
+    return read_number(text, value);
+}
+
+EXACT_DOUBLES const char *model_text_triple(const char *text, float *triple) {
+    for (int i = 0; i < 3; i++) {
+        text = model_text_skip_tabs(model_text_skip_spaces(text));
+        text = read_number(text, &triple[i]);
+        while (*text != ' ' && !model_text_ends_line(*text))
+            text++;
     }
-    const std::int64_t wide = negative ? -size : size;
-    *value = static_cast<std::int32_t>(std::clamp<std::int64_t>(wide, INT32_MIN, INT32_MAX));
-    return at;
+    return text;
 }

@@ -9,46 +9,80 @@
 // Longer lines come in pieces of this many characters, each treated as a line.
 inline constexpr std::size_t MODEL_LINE_LENGTH = 999;
 
-// A file's bytes with every CR LF turned into LF. Borrows the bytes when there is nothing to turn.
+// A file's lines, each ending in LF: CR LF is turned into LF, and a piece of a long line or a last
+// line that was not ended is followed by NUL and LF. As everywhere in these files, a line's text
+// ends at its first NUL. Borrows the bytes when there is nothing to change.
 struct ModelText {
     const char *begin, *end;
-    char *owned; // malloc, null when borrowed
-};
-
-struct ModelLine {
-    const char *begin, *end; // end is behind the line end, or behind the piece of a long line
-    bool complete;           // false: the file ended before the line did
+    const char *complete_end; // end, or the beginning of a last line that was not ended
+    char *owned;              // malloc, null when borrowed
 };
 
 int model_text_open(std::span<const char> bytes, ModelText *text); // 0, or 1 when memory is short
 void model_text_close(ModelText *text);
 
-// Cuts the next line off the text (begin moves on). False when nothing is left.
-bool model_text_next(ModelText *text, ModelLine *line);
+// The beginning of the next line. line is the beginning of one, not the text's end.
+const char *model_text_next_line(const ModelText *text, const char *line);
 
-// Number of characters before the line's first NUL, which is where its reader stops.
-std::size_t model_line_length(const ModelLine *line);
+// The first line, from line on, in whose text the word stands; the text's end when there is none.
+// The word has an 'm' in it, a letter that is rare enough in these files to search by.
+const char *model_text_find_line(const ModelText *text, const char *line, const char *word);
 
-// Copies the line, up to its first NUL, into target and terminates it.
-void model_line_copy(const ModelLine *line, char (&target)[MODEL_LINE_LENGTH + 1]);
+// Copies a line's text with its LF, but without what follows a NUL, into target and terminates it.
+void model_text_copy_line(const ModelText *text, const char *line,
+                          char (&target)[MODEL_LINE_LENGTH + 1]);
 
-// Finds a word of at most 8 characters in the lines of a text that are asked for in their order.
-// Most lines are answered without a look at them.
-struct ModelWordFinder {
-    const char *word;
-    std::size_t length;
-    const char *next, *end; // next place where the word stands, end when there is none any more
-};
-ModelWordFinder model_word_finder(const char *word, const ModelText *text);
-bool model_word_in_line(ModelWordFinder *finder, const ModelLine *line);
+// The readers below take text that ends in NUL or LF and never look past that end. They begin at
+// the first character, blanks before a number being the caller's to skip, and return the place
+// where they stopped.
 
-// The readers below take text that ends in NUL or LF, and never look past that end.
-
-// Reads a decimal number, blanks before it skipped, as atof followed by a cast to float would; text
-// that is none gives 0. Unlike atof it knows no hexadecimal numbers, infinities and NaNs (they read
-// 0) and values beyond the float range become its largest value: every result is finite, and the
-// same on all systems. Returns the place where reading stopped.
+// Reads a decimal number as atof followed by a cast to float would; text that is none gives 0.
+// Unlike atof it knows no hexadecimal numbers, infinities and NaNs (they read 0), and what exceeds
+// the range of a float becomes its largest value: every result is finite, and the same on all
+// systems.
 const char *model_text_number(const char *text, float *value);
 
-// The same for an integer, as atoi would, held inside the range of 32 bits.
-const char *model_text_integer(const char *text, std::int32_t *value);
+// Reads three such numbers, each ending at a space or at the line end whatever follows its digits.
+const char *model_text_triple(const char *text, float *triple);
+
+inline bool model_text_is_digit(char character) {
+    return static_cast<unsigned char>(character - '0') < 10;
+}
+
+inline bool model_text_ends_line(char character) {
+    return character == '\n' || character == '\r' || character == '\0';
+}
+
+inline const char *model_text_skip_spaces(const char *text) {
+    while (*text == ' ')
+        text++;
+    return text;
+}
+
+// The white space that atof and atoi skip within what lies between two spaces of a line.
+inline const char *model_text_skip_tabs(const char *text) {
+    while (*text == '\t' || *text == '\v' || *text == '\f')
+        text++;
+    return text;
+}
+
+// For integers of more digits than 32 bits hold without fail; first is at the first digit.
+std::int32_t model_text_long_integer(const char *first);
+
+// Reads an integer as atoi would, cut to +-INT32_MAX. Inline, since most of a model file are
+// indices.
+inline const char *model_text_integer(const char *text, std::int32_t *value) {
+    static constexpr std::ptrdiff_t SAFE_DIGITS = 9;
+    const bool negative = *text == '-';
+    if (*text == '-' || *text == '+')
+        text++;
+    const char *first = text;
+    std::uint32_t size = 0;
+    for (; model_text_is_digit(*text); text++)
+        size = size * 10 + static_cast<std::uint32_t>(*text - '0');
+    std::int32_t number = static_cast<std::int32_t>(size);
+    if (text - first > SAFE_DIGITS)
+        number = model_text_long_integer(first);
+    *value = negative ? -number : number;
+    return text;
+}
