@@ -207,7 +207,7 @@ EXACT_DOUBLES static inline const char *read_number(const char *at, float *value
     else
         size = static_cast<double>(mantissa) / POWERS_OF_TEN[decimals];
     size = std::min(size, static_cast<double>(FLT_MAX));
-    *value = static_cast<float>(negative ? -size : size);
+    *value = static_cast<float>(negative && digits > 0 ? -size : size);
     return at;
 }
 
