@@ -5,6 +5,7 @@
 #include "platform/gl.h"
 #include "platform/window.h"
 #include "scene/gl_window.h"
+#include "scene/scene_floor.h"
 
 #include <windows.h>
 

@@ -18,7 +18,7 @@
 
 #include <cstdio>
 
-static constexpr int SAMPLES = 60;
+static constexpr int SAMPLES = 12;
 static constexpr int COLUMNS = 17;
 static constexpr int ROWS = 15;
 static constexpr float COLUMN_STEP = 6.0f; // floor units
