@@ -28,16 +28,16 @@ struct SceneFont {
 // about 160 / (172 - 10 n) times font 6, and a label two fonts further on 152 / (160 - 10 n) times
 // font 8. Fonts 6 and 8 cannot meet both wishes and lie between them.
 static constexpr SceneFont FONTS[] = {
-    {&font_page_title, 40, FONT_WEIGHT_NORMAL},  {&font_node_name_0, 9, FONT_WEIGHT_BOLD},
-    {&font_node_name_1, 9, FONT_WEIGHT_BOLD},    {&font_node_name_2, 10, FONT_WEIGHT_BOLD},
-    {&font_node_name_3, 10, FONT_WEIGHT_BOLD},   {&font_node_name_4, 11, FONT_WEIGHT_BOLD},
-    {&font_node_name_5, 12, FONT_WEIGHT_BOLD},   {&font_node_name_6, 15, FONT_WEIGHT_BOLD},
-    {&font_node_name_7, 15, FONT_WEIGHT_BOLD},   {&font_node_name_8, 16, FONT_WEIGHT_BOLD},
-    {&font_node_name_9, 18, FONT_WEIGHT_BOLD},   {&font_node_name_10, 20, FONT_WEIGHT_BOLD},
-    {&font_node_desc_0, 7, FONT_WEIGHT_NORMAL},  {&font_node_desc_1, 8, FONT_WEIGHT_NORMAL},
+    {&font_page_title, 40, FONT_WEIGHT_NORMAL},  {&font_node_name_0, 10, FONT_WEIGHT_BOLD},
+    {&font_node_name_1, 11, FONT_WEIGHT_BOLD},   {&font_node_name_2, 11, FONT_WEIGHT_BOLD},
+    {&font_node_name_3, 12, FONT_WEIGHT_BOLD},   {&font_node_name_4, 12, FONT_WEIGHT_BOLD},
+    {&font_node_name_5, 14, FONT_WEIGHT_BOLD},   {&font_node_name_6, 18, FONT_WEIGHT_BOLD},
+    {&font_node_name_7, 18, FONT_WEIGHT_BOLD},   {&font_node_name_8, 20, FONT_WEIGHT_BOLD},
+    {&font_node_name_9, 21, FONT_WEIGHT_BOLD},   {&font_node_name_10, 24, FONT_WEIGHT_BOLD},
+    {&font_node_desc_0, 8, FONT_WEIGHT_NORMAL},  {&font_node_desc_1, 8, FONT_WEIGHT_NORMAL},
     {&font_node_desc_2, 8, FONT_WEIGHT_NORMAL},  {&font_node_desc_3, 9, FONT_WEIGHT_NORMAL},
     {&font_node_desc_4, 9, FONT_WEIGHT_NORMAL},  {&font_node_desc_5, 10, FONT_WEIGHT_NORMAL},
-    {&font_node_desc_6, 12, FONT_WEIGHT_NORMAL}, {&font_node_desc_7, 12, FONT_WEIGHT_NORMAL},
+    {&font_node_desc_6, 13, FONT_WEIGHT_NORMAL}, {&font_node_desc_7, 13, FONT_WEIGHT_NORMAL},
     {&font_node_desc_8, 13, FONT_WEIGHT_NORMAL},
 };
 
