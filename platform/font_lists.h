@@ -7,7 +7,7 @@ enum FontWeight : std::int32_t { FONT_WEIGHT_NORMAL = 400, FONT_WEIGHT_BOLD = 70
 
 struct GlyphOutlineMetrics {
     float box_x, box_y;       // black box
-    float origin_x, origin_y; // lower left corner of the black box
+    float origin_x, origin_y; // upper left corner of the black box
     float cell_x, cell_y;     // advance
 };
 

@@ -115,8 +115,16 @@ static void keep_apart(Picture *picture) {
     picture->advance = std::max(picture->advance, picture->left + picture->width + 1);
 }
 
-static bool load_picture(FT_Face face, const SetPlan &plan, std::uint8_t code, Picture *picture) {
-    if (FT_Load_Char(face, code, load_flags(plan.source)) != 0)
+// Letters and digits of a narrowed set are narrowed; dots and strokes would vanish.
+static void set_size(FT_Face face, const SetPlan &plan, std::uint8_t code) {
+    const bool letter = (code >= '0' && code <= '9') || (code >= 'A' && code <= 'Z') ||
+                        (code >= 'a' && code <= 'z');
+    FT_Set_Pixel_Sizes(face, static_cast<FT_UInt>(letter ? plan.x_size : 0),
+                       static_cast<FT_UInt>(plan.pixel_size));
+}
+
+static bool rasterise(FT_Face face, std::uint8_t code, FT_Int32 flags, Picture *picture) {
+    if (FT_Load_Char(face, code, flags) != 0)
         return false;
     const FT_GlyphSlot slot = face->glyph;
     *picture = {slot->bitmap_left,
@@ -128,6 +136,32 @@ static bool load_picture(FT_Face face, const SetPlan &plan, std::uint8_t code, P
     for (std::int32_t y = 0; y < picture->height; y++)
         for (std::int32_t x = 0; x < picture->width; x++)
             picture->coverage.push_back(bitmap_pixel(slot->bitmap, x, y));
+    return true;
+}
+
+static std::uint8_t strongest(const Picture &picture) {
+    return picture.coverage.empty()
+               ? std::uint8_t{0}
+               : *std::max_element(picture.coverage.begin(), picture.coverage.end());
+}
+
+// In black and white a dot of less than half a pixel vanishes: its darkest grey level stands in.
+static bool rescue_dot(FT_Face face, std::uint8_t code, Picture *picture) {
+    if (strongest(*picture) != 0 || code == ' ')
+        return true;
+    if (!rasterise(face, code, load_flags(SMOOTH), picture))
+        return false;
+    const int threshold = std::max<int>(strongest(*picture), 1);
+    for (std::uint8_t &pixel : picture->coverage)
+        pixel = pixel >= threshold ? 255 : 0;
+    return true;
+}
+
+static bool load_picture(FT_Face face, const SetPlan &plan, std::uint8_t code, Picture *picture) {
+    set_size(face, plan, code);
+    if (!rasterise(face, code, load_flags(plan.source), picture) ||
+        !rescue_dot(face, code, picture))
+        return false;
     if (plan.source == BOLDENED_STRIKE || plan.source == BOLDENED_SHARP)
         embolden(picture);
     if (plan.source == BOLDENED_STRIKE) // the advance of an outline is the bold one already
@@ -269,8 +303,6 @@ static std::string render_glyphs(FT_Library library, const std::string &font_fol
         FT_Face face = nullptr;
         if (FT_New_Face(library, path.c_str(), 0, &face) != 0)
             return "cannot read " + path;
-        FT_Set_Pixel_Sizes(face, static_cast<FT_UInt>(plan.x_size),
-                           static_cast<FT_UInt>(plan.pixel_size));
         for (const std::uint8_t code : character_codes()) {
             Placement placement = {set, code, {}, {}, 0, 0};
             if (!load_picture(face, plan, code, &placement.picture) ||

@@ -180,9 +180,8 @@ static GlyphOutlineMetrics outline_metrics(const FT_Glyph_Metrics &metrics, doub
     const auto scaled = [=](FT_Pos value) {
         return static_cast<float>(static_cast<double>(value) * scale);
     };
-    return {scaled(metrics.width),        scaled(metrics.height),
-            scaled(metrics.horiBearingX), scaled(metrics.horiBearingY - metrics.height),
-            scaled(metrics.horiAdvance),  0.0f};
+    return {scaled(metrics.width),        scaled(metrics.height),      scaled(metrics.horiBearingX),
+            scaled(metrics.horiBearingY), scaled(metrics.horiAdvance), 0.0f};
 }
 
 int font_lists_outlines(const char *face, std::int32_t, std::int32_t weight,
