@@ -18,6 +18,8 @@
 #include <string>
 #include <vector>
 
+using namespace std::string_literals;
+
 struct LoadedModel {
     Model model = {};
     std::int32_t result;
@@ -250,11 +252,11 @@ TEST_F(ModelLoad, a_library_with_a_folder_part_is_opened_as_given) {
     ASSERT_EQ(folder_create(folder.file("models").c_str()), 0);
     const std::string path = folder.file("models\\a.obj");
     std::string full = folder.file("a.mtl");
-    EXPECT_EQ(LoadedModel("mtllib " + full + "\n", 1.0f, path.c_str()).model.material_total, 1);
+    EXPECT_EQ(LoadedModel("mtllib "s + full + "\n", 1.0f, path.c_str()).model.material_total, 1);
     EXPECT_EQ(LoadedModel("mtllib ./a.mtl\n", 1.0f, path.c_str()).model.material_total, 0);
     for (char &character : full)
         character = character == '\\' ? '/' : character;
-    EXPECT_EQ(LoadedModel("mtllib " + full + "\n", 1.0f, path.c_str()).model.material_total, 1);
+    EXPECT_EQ(LoadedModel("mtllib "s + full + "\n", 1.0f, path.c_str()).model.material_total, 1);
 }
 
 TEST_F(ModelLoad, a_library_with_a_folder_part_is_not_looked_for_below_the_models_folder) {
@@ -292,8 +294,8 @@ TEST_F(ModelLoad, short_switches_and_libraries_are_safe) {
 
 TEST_F(ModelLoad, a_long_library_name_is_safe) {
     const std::string name(2000, 'n');
-    EXPECT_EQ(LoadedModel("mtllib " + name + "\n", 1.0f, folder.file("a.obj").c_str()).result, 0);
-    EXPECT_EQ(LoadedModel("mtllib " + name + "\n", 1.0f, name.c_str()).result, 0);
+    EXPECT_EQ(LoadedModel("mtllib "s + name + "\n", 1.0f, folder.file("a.obj").c_str()).result, 0);
+    EXPECT_EQ(LoadedModel("mtllib "s + name + "\n", 1.0f, name.c_str()).result, 0);
 }
 
 TEST_F(ModelLoad, a_long_file_name_is_safe) {
@@ -303,8 +305,8 @@ TEST_F(ModelLoad, a_long_file_name_is_safe) {
 
 TEST_F(ModelLoad, a_material_name_of_19_characters_is_found_and_a_longer_one_is_not) {
     const std::string name19(19, 'n'), name20(20, 'n');
-    folder.write("a.mtl", "newmtl " + name19 + "\n\nnewmtl " + name20 + "\n\n");
-    const LoadedModel loaded("mtllib a.mtl\nusemtl " + name19 + "\nf 1 2 3\nusemtl " + name20 +
+    folder.write("a.mtl", "newmtl "s + name19 + "\n\nnewmtl " + name20 + "\n\n");
+    const LoadedModel loaded("mtllib a.mtl\nusemtl "s + name19 + "\nf 1 2 3\nusemtl " + name20 +
                                  "\nf 1 2 3\n",
                              1.0f, folder.file("a.obj").c_str());
     ASSERT_EQ(loaded.model.face_total, 2);
@@ -325,8 +327,8 @@ TEST_F(ModelLoad, a_switch_of_material_in_the_line_of_a_position_is_both) {
 TEST_F(ModelLoad, many_switches_among_many_materials_are_quick) {
     std::string mtl, obj = "mtllib a.mtl\n";
     for (int i = 0; i < 100000; i++) {
-        mtl += "newmtl m" + std::to_string(i) + "\n\n";
-        obj += "usemtl m" + std::to_string(99999 - i) + "\nf 1 2 3\n";
+        mtl += "newmtl m"s + std::to_string(i) + "\n\n";
+        obj += "usemtl m"s + std::to_string(99999 - i) + "\nf 1 2 3\n";
     }
     folder.write("a.mtl", mtl);
     const auto start = std::chrono::steady_clock::now();
@@ -526,7 +528,7 @@ static std::string visible(const std::string &text) {
         if (character == '\n')
             shown += "\\n\n";
         else if (character < ' ')
-            shown += "\\" + std::to_string(static_cast<int>(character)) + ";";
+            shown += "\\"s + std::to_string(static_cast<int>(character)) + ";";
         else
             shown += character;
     }
@@ -627,7 +629,7 @@ struct Generator {
         switch (below(9)) {
         case 0:
         case 1:
-            return "v " + several(1 + below(4), &Generator::number);
+            return "v "s + several(1 + below(4), &Generator::number);
         case 2:
             return one_of({"vn ", "vn ", "vn ", "vn\t", "vnx "}) +
                    several(1 + below(4), &Generator::number);
@@ -640,7 +642,7 @@ struct Generator {
             return one_of({"usemtl ", "usemtl ", "usemtl ", " usemtl ", "usemtl  ", "v usemtl "}) +
                    name();
         case 7:
-            return "f " + several(3, &Generator::corner) + (below(10) == 0 ? " usemtl " : "");
+            return "f "s + several(3, &Generator::corner) + (below(10) == 0 ? " usemtl " : "");
         default:
             return filler();
         }
@@ -711,7 +713,7 @@ TEST_F(ModelLoad, random_files_with_materials_give_what_reading_them_in_passes_g
     for (int i = 0; i < 1000; i++) {
         const std::string mtl = generator.file(&Generator::mtl_line);
         folder.write("a.mtl", mtl);
-        const std::string obj = "mtllib a.mtl\n" + generator.file(&Generator::obj_line);
+        const std::string obj = "mtllib a.mtl\n"s + generator.file(&Generator::obj_line);
         const LoadedModel loaded(obj, 1.0f, path.c_str());
         const std::vector<Material> materials = reference_materials(mtl);
         ASSERT_TRUE(same_materials(loaded.model.material, loaded.model.material_total, materials))

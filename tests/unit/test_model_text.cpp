@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+using namespace std::string_literals;
+
 // A copy of exactly the text's size, so that reading behind it is noticed.
 struct ExactText {
     std::unique_ptr<char[]> bytes;
@@ -210,20 +212,20 @@ TEST(ModelNumber, a_number_too_large_becomes_the_largest_float) {
                                     std::string("9e99999999999999999999"), std::string(400, '9'),
                                     std::string(900, '9') + "e-10"}) {
         EXPECT_EQ(number(text), FLT_MAX) << text;
-        EXPECT_EQ(number("-" + text), -FLT_MAX) << text;
+        EXPECT_EQ(number("-"s + text), -FLT_MAX) << text;
     }
 }
 
 TEST(ModelNumber, a_number_too_small_becomes_zero) {
     for (const std::string &text :
          {std::string("1e-60"), std::string("1e-400"), std::string("1e-99999999999999999999"),
-          "0." + std::string(500, '0') + "1", "0." + std::string(500, '0') + "1e20"})
+          "0."s + std::string(500, '0') + "1", "0."s + std::string(500, '0') + "1e20"})
         EXPECT_EQ(number(text), 0.0f) << text;
 }
 
 TEST(ModelNumber, leading_zeros_and_exponent_may_outweigh_each_other) {
-    EXPECT_EQ(number("0." + std::string(400, '0') + "1e401"), 1.0f);
-    EXPECT_EQ(number("1" + std::string(400, '0') + "e-400"), 1.0f);
+    EXPECT_EQ(number("0."s + std::string(400, '0') + "1e401"), 1.0f);
+    EXPECT_EQ(number("1"s + std::string(400, '0') + "e-400"), 1.0f);
 }
 
 TEST(ModelNumber, a_triple_is_cut_at_spaces_only) {
