@@ -23,6 +23,7 @@ static void take_page(HWND window, const COPYDATASTRUCT *message) {
         !hand_over_read(message->dwData, message->lpData, message->cbData, path))
         return;
     SetForegroundWindow(window);
+    ReplyMessage(0); // the path is ours now: the other instance need not watch the page open
     scene_open_handed_over_page(path);
     reset_frame_timer();
     scene_request_redraw();
