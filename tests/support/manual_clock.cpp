@@ -9,6 +9,8 @@ static std::int64_t now;    // microseconds since the reset
 static std::uint32_t step;  // microseconds a reading
 static std::uint32_t slept; // milliseconds
 static bool no_counter;
+static bool stalled;
+static std::int64_t stalled_at; // microseconds since the reset
 static void (*watcher)();
 
 static void show_watcher() {
@@ -21,6 +23,7 @@ void manual_clock_reset() {
     step = 0;
     slept = 0;
     no_counter = false;
+    stalled = false;
     watcher = nullptr;
 }
 
@@ -44,6 +47,15 @@ void manual_clock_high_resolution(bool available) {
     no_counter = !available;
 }
 
+void manual_clock_stall_system_clock(bool stall) {
+    stalled = stall;
+    stalled_at = now;
+}
+
+static std::int64_t system_clock() {
+    return stalled ? stalled_at : now;
+}
+
 std::uint32_t manual_clock_slept() {
     return slept;
 }
@@ -61,11 +73,11 @@ std::int64_t clock_ticks() {
 std::uint32_t clock_milliseconds() {
     show_watcher();
     now += step;
-    return static_cast<std::uint32_t>(now / MICROSECONDS_PER_MILLISECOND);
+    return static_cast<std::uint32_t>(system_clock() / MICROSECONDS_PER_MILLISECOND);
 }
 
 std::uint32_t clock_unix_seconds() {
-    return static_cast<std::uint32_t>(now / MICROSECONDS_PER_SECOND);
+    return static_cast<std::uint32_t>(system_clock() / MICROSECONDS_PER_SECOND);
 }
 
 void clock_sleep(std::uint32_t milliseconds) {

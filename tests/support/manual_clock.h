@@ -19,5 +19,8 @@ void manual_clock_watch(void (*watcher)());
 // Without the high-resolution counter the timer falls back to the millisecond clock.
 void manual_clock_high_resolution(bool available);
 
+// The clocks of the system stand still, the high-resolution counter goes on.
+void manual_clock_stall_system_clock(bool stalled);
+
 // Milliseconds asked for by clock_sleep since the reset; a sleep moves the clock.
 std::uint32_t manual_clock_slept();
