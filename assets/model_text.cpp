@@ -168,10 +168,15 @@ static bool is_huge(const char *begin, const char *end) {
     return point - digit + std::clamp(power, -EXPONENT_LIMIT, EXPONENT_LIMIT) > 0;
 }
 
+static bool is_number_sign(char character) {
+    return character == '.' || character == 'e' || character == 'E' || character == '+' ||
+           character == '-';
+}
+
 // Begins at a digit or at a point before one.
 EXACT_DOUBLES static const char *read_hard_number(const char *at, double *size) {
     const char *end = at;
-    while (model_text_is_digit(*end) || std::memchr(".eE+-", *end, 5) != nullptr)
+    while (model_text_is_digit(*end) || is_number_sign(*end))
         end++;
     const std::from_chars_result result = std::from_chars(at, end, *size);
     if (result.ec == std::errc::result_out_of_range)

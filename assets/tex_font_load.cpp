@@ -97,7 +97,7 @@ void tex_font_init() {
     tex_font_load_bitmap(RESOURCE_ATLAS_A, 0, 128, 1, 255, 2, 255);
     tex_font_load_bitmap(RESOURCE_ATLAS_B, 3, 255, 4, 255, 5, 255);
 #define BUILD_SET(set, texture, spacing, padding)                                                  \
-    build_set(&set, texture, spacing, padding, set##_places);
+    build_set(&(set), texture, spacing, padding, set##_places);
     TEX_FONT_SETS(BUILD_SET)
 #undef BUILD_SET
 }

@@ -34,7 +34,7 @@ int dib_decode(std::span<const std::uint8_t> dib, BitmapPixels *pixels) {
     std::size_t header_size = 0;
     if (!read_header(dib, &decoded, &header_size))
         return 1;
-    const std::size_t row = static_cast<std::size_t>(decoded.width * BYTES_PER_PIXEL);
+    const std::size_t row = static_cast<std::size_t>(decoded.width) * BYTES_PER_PIXEL;
     const std::size_t stored_row = (row + 3) / 4 * 4; // rows are padded to four bytes
     const std::span<const std::uint8_t> stored = dib.subspan(header_size);
     const std::size_t rows = static_cast<std::size_t>(decoded.height);

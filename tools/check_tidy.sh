@@ -16,5 +16,5 @@ export -f check
 export stamps common
 git ls-files 'platform/*.cpp' 'platform/posix/*.cpp' 'page/*.cpp' 'assets/*.cpp' 'actions/*.cpp' \
     'scene/*.cpp' 'app/*.cpp' |
-    grep -vE '^app/(orvanel|window_procedure)\.cpp|^scene/gl_window\.cpp' |
+    grep -vE '^app/(orvanel|main_window|window_procedure)\.cpp|^scene/gl_window\.cpp' |
     xargs -P "$(nproc)" -I{} bash -c 'check {}'
