@@ -13,7 +13,8 @@ struct GlyphOutlineMetrics {
 
 // Compiles the characters first .. first + count - 1 as raster bitmaps into the lists from
 // list_base on. height is the character height in pixels. widths[i] receives the advance of
-// character first + i in sixteenths of a pixel (11 pixels read 0.6875), as the system reports it.
+// character first + i in sixteenths of a pixel (11 pixels read 0.6875), the unit in which the
+// system reports widths as floats.
 // Returns 0, or 1 when the face cannot be had (the widths are 0 then).
 int font_lists_bitmaps(const char *face, std::int32_t height, std::int32_t weight,
                        std::uint32_t list_base, std::int32_t first, std::int32_t count,
