@@ -75,10 +75,23 @@ make_prefix() { # runner, prefix as this machine sees it
     touch "$2/.complete"
 }
 
+# Wine does not look into the folder of fonts-wine by itself here; without Tahoma it would put a much
+# wider face in its place, and texts would not be tested as they are seen.
+give_tahoma() { # prefix
+    local face
+    mkdir -p "$1/drive_c/windows/Fonts"
+    for face in tahoma.ttf tahomabd.ttf; do
+        [ -e "$1/drive_c/windows/Fonts/$face" ] ||
+            cp "/usr/share/wine/fonts/$face" "$1/drive_c/windows/Fonts/"
+    done
+}
+
 make_wines() {
     make_wine32_root
     make_prefix "$ORVANEL_ROOT/tools/wine64.sh" "$WINE64_PREFIX"
     make_prefix "$ORVANEL_ROOT/tools/wine32.sh" "$WINE32_ROOT$WINE32_PREFIX"
+    give_tahoma "$WINE64_PREFIX"
+    give_tahoma "$WINE32_ROOT$WINE32_PREFIX"
 }
 
 # Starts a virtual display with a window manager on a free number and sets DISPLAY; end_display ends
