@@ -35,8 +35,8 @@ void node_move_node(std::int32_t id);
 
 // One pass of pushing the others out of the area of node index (which may stand just behind the
 // last live one): each that overlaps it is moved away by a thirteenth of the distance. True when
-// any did; call until false, which comes after AVOID_PASSES at the latest. Node index itself never
-// moves.
+// any did; call until false, which comes after AVOID_PASSES at the latest. The caller anchors the
+// node (GRAB_ANCHORED) meanwhile, so that it stays where it is.
 bool node_avoid_area_step(std::int32_t index);
 inline constexpr std::int32_t AVOID_PASSES = 250;
 

@@ -110,10 +110,7 @@ bool node_avoid_area_step(std::int32_t index) {
         return false;
     passes = index == area ? passes + 1 : 1;
     area = index;
-    const std::int32_t grab_state = node[index].grab_state;
-    node[index].grab_state = GRAB_ANCHORED;
     const bool any = move_all_out(index, passes < AVOID_PASSES) && passes <= AVOID_PASSES;
-    node[index].grab_state = grab_state;
     if (!any)
         area = -1;
     return any;

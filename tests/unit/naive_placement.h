@@ -7,6 +7,50 @@
 
 #include <cmath>
 
+inline void naive_push(Node &a, Node &b) { // b hits a
+    if (a.grab_state == GRAB_ANCHORED)
+        return;
+    const float a_left = a.x + a.dimensions[0], a_right = a.x + a.dimensions[1];
+    const float a_near = a.y + a.dimensions[2], a_far = a.y + a.dimensions[3];
+    const float b_left = b.x + b.dimensions[0], b_right = b.x + b.dimensions[1];
+    const float b_near = b.y + b.dimensions[2], b_far = b.y + b.dimensions[3];
+    float ox = b_right - b_left;
+    if (b_left > a_left && b_left < a_right)
+        ox = a_right - b_left;
+    else if (b_right > a_left && b_right < a_right)
+        ox = b_right - a_left;
+    float oy = b_far - b_near;
+    if (b_near > a_near && b_near < a_far)
+        oy = a_far - b_near;
+    else if (b_far > a_near && b_far < a_far)
+        oy = b_far - a_near;
+    if (oy <= ox) {
+        if (!((b.y > a.y && b.move_dy <= 0.0f) || (b.y < a.y && b.move_dy >= 0.0f)))
+            return;
+        a.move_dx = 0.0f;
+        a.move_dy = b.move_dy;
+        a.move_frames = 1;
+        if (b.inertia_frames > 0) {
+            a.inertia_frames = b.inertia_frames;
+            a.inertia_dy = b.inertia_dy;
+            a.move_frames = 25;
+            b.inertia_dy *= 0.25f;
+        }
+    } else {
+        if (!((b.x > a.x && b.move_dx <= 0.0f) || (b.x < a.x && b.move_dx >= 0.0f)))
+            return;
+        a.move_dy = 0.0f;
+        a.move_dx = b.move_dx;
+        a.move_frames = 1;
+        if (b.inertia_frames > 0) {
+            a.inertia_frames = b.inertia_frames;
+            a.inertia_dx = b.inertia_dx;
+            a.move_frames = 25;
+            b.inertia_dx *= 0.25f;
+        }
+    }
+}
+
 // With special_rules false, the bare passes: no node anchored, none told to move out of an overlap.
 // Returns the number of passes, limit if they did not come to their end by then.
 inline int naive_move_nodes(bool special_rules, int limit = 20000) {
@@ -64,7 +108,7 @@ inline int naive_move_nodes(bool special_rules, int limit = 20000) {
                 if (a.move_dx == 0.0f && a.move_dy == 0.0f && b.move_dx == 0.0f &&
                     b.move_dy == 0.0f)
                     break;
-                node_collision_handle(j, i);
+                naive_push(b, a);
             }
             a.collision_with = -1;
         }

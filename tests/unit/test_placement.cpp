@@ -246,6 +246,29 @@ TEST_F(Placement, a_mover_on_its_way_from_the_other_does_not_push_it) {
     EXPECT_EQ(node[hit].move_dx, -3.0f);
 }
 
+TEST_F(Placement, a_mover_without_motion_along_the_axis_stops_what_it_hits_on_either_side) {
+    const int mover = add(0.0f, 0.0f);
+    const int hit = add(4.0f, 1.0f);
+    tell(mover, 0.0f, 2.0f);
+    for (const float x : {4.0f, -4.0f}) {
+        node[hit].x = x;
+        tell(hit, 5.0f, 6.0f);
+        node_collision_handle(hit, mover);
+        EXPECT_EQ(node[hit].move_dx, 0.0f);
+        EXPECT_EQ(node[hit].move_dy, 0.0f);
+        EXPECT_EQ(node[hit].move_frames, 1);
+    }
+    tell(mover, 2.0f, 0.0f);
+    for (const float y : {4.0f, -4.0f}) {
+        node[hit].x = 1.0f;
+        node[hit].y = y;
+        tell(hit, 5.0f, 6.0f);
+        node_collision_handle(hit, mover);
+        EXPECT_EQ(node[hit].move_dx, 0.0f);
+        EXPECT_EQ(node[hit].move_dy, 0.0f);
+    }
+}
+
 TEST_F(Placement,
        a_node_dropped_exactly_on_anothers_y_with_the_smaller_overlap_in_y_is_not_pushed) {
     const int mover = add(0.0f, 5.0f, {-2, 2, -1, 1});
@@ -302,6 +325,15 @@ TEST_F(Placement, an_anchored_node_is_never_pushed) {
     node_move_nodes();
     EXPECT_EQ(node[hit].x, 4.0f);
     EXPECT_NEAR(node[mover].x, 3.0f, 1e-4f);
+}
+
+TEST_F(Placement, an_anchored_node_does_not_move_even_when_told) {
+    const int id = add(4.0f, 1.0f);
+    node[id].grab_state = GRAB_ANCHORED;
+    move(id, 5.0f, 5.0f);
+    EXPECT_EQ(node[id].x, 4.0f);
+    EXPECT_EQ(node[id].y, 1.0f);
+    EXPECT_TRUE(nothing_is_pending());
 }
 
 // ---- running pushes
@@ -665,8 +697,10 @@ Area clear_area(int id) {
     const float x = node[id].x;
     const float y = node[id].y;
     Area area = {};
+    node[id].grab_state = GRAB_ANCHORED;
     while (node_avoid_area_step(id) && area.passes < 10000)
         area.passes++;
+    node[id].grab_state = GRAB_IDLE;
     area.kept_its_place = node[id].x == x && node[id].y == y;
     area.free = true;
     for (int other = 0; other < node_total; other++)
@@ -692,7 +726,6 @@ TEST_F(Placement, a_pass_moves_each_in_the_area_by_a_thirteenth_of_the_distance)
     EXPECT_NEAR(node[0].x, 3.0f + 2.6f / 13.0f, 1e-4f);
     EXPECT_NEAR(node[0].y, 1.0f - 1.3f / 13.0f, 1e-4f);
     EXPECT_EQ(node[1].x, 30.0f);
-    EXPECT_EQ(node[placed].grab_state, GRAB_IDLE);
 }
 
 TEST_F(Placement, a_pass_over_a_free_area_moves_nobody) {
@@ -715,9 +748,7 @@ TEST_F(Placement, two_objects_on_the_same_spot_are_pushed_apart) {
 TEST_F(Placement, an_anchored_object_of_a_low_index_does_not_stop_those_it_pushes) {
     add(0.0f, 0.0f);
     add(3.0f, 1.0f);
-    node[0].grab_state = GRAB_ANCHORED;
     expect_cleared(0);
-    EXPECT_EQ(node[0].grab_state, GRAB_ANCHORED);
     EXPECT_GT(node[1].x, 3.0f);
 }
 
@@ -726,22 +757,22 @@ TEST_F(Placement, a_paste_beside_two_that_overlap_at_rest_gets_its_place) {
     add(3.0f, 1.0f);
     const int pasted = add(6.0f, 2.0f);
     node_total--; // a paste makes room before it counts the new node
-    node[pasted].grab_state = GRAB_ANCHORED;
     expect_cleared(pasted);
 }
 
 TEST_F(Placement, a_new_object_between_two_that_overlap_at_rest_gets_its_place) {
     add(0.0f, 0.0f);
     add(3.0f, 1.0f);
-    const int created = add(2.0f, 1.5f);
-    node[created].grab_state = GRAB_ANCHORED;
-    expect_cleared(created);
+    expect_cleared(add(2.0f, 1.5f));
 }
 
 TEST_F(Placement, a_paste_whose_steps_are_lost_in_precision_gets_its_place) {
     add(100.0f, 100.0f);
     const int pasted = add(100.001f, 100.001f);
     node_total--;
+    EXPECT_TRUE(node_avoid_area_step(pasted));
+    EXPECT_NEAR(node[0].x, 99.9f, 1e-3f); // as visibly as two at the same spot, and away
+    EXPECT_NEAR(node[0].y, 99.9f, 1e-3f);
     expect_cleared(pasted);
 }
 
@@ -750,12 +781,47 @@ TEST_F(Placement, a_paste_next_to_nothing_away_gets_its_place_within_the_bound) 
     expect_cleared(add(1e-30f, -1e-38f));
 }
 
+TEST_F(Placement, a_node_set_beside_an_area_does_not_reach_into_it_by_rounding) {
+    Dice dice(11);
+    for (int i = 0; i < 100; i++) {
+        node_total = 0;
+        const float wide = dice.number(0.3f, 900.0f);
+        const float high = dice.number(0.3f, 900.0f);
+        add(1e-30f, 1e-30f, {-wide, wide, -high, high});
+        set_extents(add(0.0f, 0.0f), {-dice.number(0.1f, 9.0f), dice.number(0.1f, 9.0f),
+                                      -dice.number(0.1f, 9.0f), dice.number(0.1f, 9.0f)});
+        const Area area = clear_area(1);
+        ASSERT_TRUE(area.free) << i;
+        ASSERT_EQ(area.passes, AVOID_PASSES) << i;
+    }
+}
+
 TEST_F(Placement, an_area_is_cleared_where_even_large_steps_are_lost) {
     for (const float far : {1e5f, 1e6f, -1e7f, 2e7f}) {
         node_total = 0;
         add(far, 0.0f);
         add(far, 1.0f);
         expect_cleared(add(far, 0.0f));
+    }
+}
+
+TEST_F(Placement, a_node_that_no_push_moves_is_set_beside_the_area_by_the_shortest_way) {
+    Dice dice(3);
+    for (int i = 0; i < 300; i++) {
+        node_total = 0;
+        const float x = dice.number(2e5f, 1e6f) * (dice.chance(2) ? 1.0f : -1.0f);
+        const float y = dice.number(2e5f, 1e6f) * (dice.chance(2) ? 1.0f : -1.0f);
+        add(x + dice.number(-1.0f, 1.0f), y + dice.number(-1.0f, 1.0f));
+        const int placed = add(x, y);
+        const float off_x = std::fabs(node[0].x - x);
+        const float off_y = std::fabs(node[0].y - y);
+        const float before_x = node[0].x;
+        const float before_y = node[0].y;
+        const Area area = clear_area(placed);
+        ASSERT_EQ(area.passes, 1);
+        ASSERT_TRUE(area.free);
+        const float moved = std::fabs(node[0].x - before_x) + std::fabs(node[0].y - before_y);
+        ASSERT_NEAR(moved, 2.0f * EXTENT - std::max(off_x, off_y), 0.26f); // rounding out here
     }
 }
 
@@ -826,6 +892,8 @@ TEST_F(Placement, aligning_a_node_with_itself_or_with_nothing_yields_none) {
     EXPECT_EQ(node_align_choice(0, 2, 0, 0, 0, 0), ALIGN_NONE);
     EXPECT_EQ(node_align_choice(0, 1001, 0, 0, 0, 0), ALIGN_NONE);
     EXPECT_EQ(node_align_choice(0, 1, 0, 0, 0, 0), ALIGN_ROW);
+    const int not_drawn_yet = add(5.0f, 5.0f, {0, 0, 0, 0}, NODE_LABEL);
+    EXPECT_EQ(node_align_choice(not_drawn_yet, not_drawn_yet, 0, 0, 0, 0), ALIGN_NONE);
 }
 
 TEST_F(Placement, with_row_and_column_free_a_mouse_near_the_targets_row_gives_the_row) {
@@ -860,12 +928,16 @@ TEST_F(Placement, spans_that_only_touch_leave_the_way_open) {
     add(0.0f, 0.0f, {-2, 2, -2, 2});
     add(4.0f, 20.0f, {-2, 2, -2, 2});
     EXPECT_EQ(choice(0, 1, 9.0f, AT_TARGET), ALIGN_ROW);
+    node[1].x = -4.0f;
+    EXPECT_EQ(choice(0, 1, 9.0f, AT_TARGET), ALIGN_ROW);
 }
 
 TEST_F(Placement, an_object_in_the_lane_to_the_targets_column_leaves_only_the_row) {
     add(0.0f, 0.0f);
     add(20.0f, 20.0f);
-    const int other = add(10.0f, 2.0f); // an edge inside the lane
+    const int other = add(10.0f, 2.0f); // its near edge inside the lane
+    EXPECT_EQ(choice(0, 1, AT_TARGET, 9.0f), ALIGN_ROW);
+    node[other].y = -2.0f; // its far edge
     EXPECT_EQ(choice(0, 1, AT_TARGET, 9.0f), ALIGN_ROW);
     set_extents(other, {-1, 1, -9, 9}); // spans the lane
     EXPECT_EQ(choice(0, 1, AT_TARGET, 9.0f), ALIGN_ROW);
