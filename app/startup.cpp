@@ -25,6 +25,8 @@ static constexpr std::int32_t WIDE_MARGIN = 100;   // pixels left free in height
 static constexpr std::int32_t WIDE_PERCENT = 155;  // width / height from which a screen is wide
 static constexpr std::size_t FOLDER_MESSAGE_SIZE = 400; // the longest path and its text
 
+static constexpr float PAGE_ALPHA = 0.8f; // the floor lets the reflections through
+
 static constexpr char HOME_FILE[] = "home.orvl";
 static constexpr char OPTIONS_INVALID_TEXT[] =
     "options.xml is not valid Orvanel file.  Please correct or remove the file.";
@@ -65,7 +67,8 @@ std::int32_t startup_program_folders() {
     return 0;
 }
 
-std::int32_t startup_options() {
+// 0, or 1 after a message.
+static std::int32_t load_options() {
     options_set_defaults();
     switch (xml_load_options()) {
     case OPTIONS_INVALID:
@@ -78,6 +81,17 @@ std::int32_t startup_options() {
     default:
         return 0;
     }
+}
+
+std::int32_t startup_options() {
+    const std::int32_t result = load_options();
+    // A first page that names no colour has none to carry over from the page before.
+    scene_floor.colour = {.use_default = 1,
+                          .red = orvanel_options.default_page_red,
+                          .green = orvanel_options.default_page_green,
+                          .blue = orvanel_options.default_page_blue,
+                          .alpha = PAGE_ALPHA};
+    return result;
 }
 
 static void create_failed(const char *folder) {

@@ -18,7 +18,8 @@ std::int32_t startup_network();
 // exe_location and what hangs on it. 0, or 1 when the system does not tell.
 std::int32_t startup_program_folders();
 
-// Defaults, then the user's options over them. 0, or 1 after a message: the program may not go on.
+// Defaults, then the user's options over them; the floor takes the default page colour. 0, or 1
+// after a message: the program may not go on.
 std::int32_t startup_options();
 
 // Finds page_dir_location; a new user gets a folder with the pages shipped.

@@ -198,6 +198,19 @@ TEST_F(StartupOptions, a_newer_file_is_reported_and_the_defaults_are_used) {
               script.shown()[0].text);
 }
 
+TEST_F(StartupOptions, the_floor_takes_the_default_page_colour_of_the_options) {
+    user.write("Orvanel\\options.xml",
+               "<orvanel_options>\n<offv>002</offv>\n<default_page_colour>\n<name>Orange</name>\n"
+               "</default_page_colour>\n</orvanel_options>\n");
+    scene_floor.colour = {};
+    EXPECT_EQ(0, startup_options());
+    EXPECT_EQ(1, scene_floor.colour.use_default);
+    EXPECT_EQ(0.25f, scene_floor.colour.red);
+    EXPECT_EQ(0.13f, scene_floor.colour.green);
+    EXPECT_EQ(0.0f, scene_floor.colour.blue);
+    EXPECT_EQ(0.8f, scene_floor.colour.alpha);
+}
+
 TEST(StartupNetwork, a_missing_network_library_is_reported) {
     EXPECT_EQ(0, startup_network());
     EXPECT_EQ(0u, recorder.messages.size());

@@ -1,0 +1,235 @@
+#include "app/hand_over.h"
+#include "app/input.h"
+#include "page/node.h"
+#include "page/options.h"
+#include "platform/clock.h"
+#include "scene/frame_clock.h"
+#include "scene/gl_window.h"
+#include "scene/interaction.h"
+#include "scene/scene.h"
+#include "scene/scene_page.h"
+#include "tests/windows/real_window.h"
+
+#include <gtest/gtest.h>
+
+static LRESULT hand_over(ULONG_PTR id, const char *text, DWORD size) {
+    COPYDATASTRUCT data = {};
+    data.dwData = id;
+    data.cbData = size;
+    data.lpData = const_cast<char *>(text);
+    return SendMessageA(hWnd, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
+}
+
+TEST(WindowProcedure, the_window_has_the_class_title_and_size_of_the_rule) {
+    const RealWindow window;
+    EXPECT_EQ(hWnd, FindWindowA("orvanel:main_window", "Orvanel"));
+    WNDCLASSEXA window_class = {};
+    window_class.cbSize = sizeof window_class;
+    ASSERT_TRUE(GetClassInfoExA(GetModuleHandleA(nullptr), MAIN_WINDOW_CLASS, &window_class));
+    const UINT wanted = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS;
+    EXPECT_EQ(wanted, window_class.style & wanted);
+    EXPECT_EQ(GetStockObject(BLACK_BRUSH), window_class.hbrBackground);
+    EXPECT_EQ(nullptr, window_class.lpszMenuName);
+    RECT client;
+    GetClientRect(hWnd, &client);
+    EXPECT_EQ(scene_floor.window_width, client.right);
+    EXPECT_EQ(scene_floor.window_height, client.bottom);
+}
+
+TEST(WindowProcedure, keys_zoom_and_scroll_and_are_remembered_while_they_are_down) {
+    const RealWindow window;
+    const std::int32_t level = scene_floor.zoom_level;
+    post(WM_KEYDOWN, VK_ADD);
+    post(WM_KEYDOWN, VK_OEM_PLUS);
+    EXPECT_EQ(level + 2, scene_floor.zoom_level);
+    EXPECT_EQ(1, keys[VK_ADD]);
+    post(WM_KEYUP, VK_ADD);
+    EXPECT_EQ(0, keys[VK_ADD]);
+    post(WM_KEYDOWN, VK_SUBTRACT);
+    post(WM_KEYDOWN, VK_OEM_MINUS);
+    EXPECT_EQ(level, scene_floor.zoom_level);
+    const float x = scene_floor.position_x;
+    post(WM_KEYDOWN, VK_RIGHT);
+    EXPECT_EQ(x + 1.0f, scene_floor.position_x);
+    post(WM_KEYDOWN, VK_HOME);
+    EXPECT_EQ(0.0f, scene_floor.position_x);
+    EXPECT_FALSE(handle_messages());
+}
+
+TEST(WindowProcedure, escape_and_close_quit) {
+    const RealWindow window;
+    EXPECT_TRUE(post(WM_KEYDOWN, VK_ESCAPE));
+    EXPECT_TRUE(post(WM_CLOSE));
+    EXPECT_TRUE(IsWindow(hWnd)); // destroyed in the order of the shutdown, not here
+    EXPECT_EQ(0u, window.script.shown().size());
+}
+
+TEST(WindowProcedure, closing_a_changed_page_asks_and_stays_when_the_user_cancels) {
+    const RealWindow window;
+    scene_changed = 1;
+    EXPECT_FALSE(post(WM_CLOSE)); // the script presses Cancel: there is no Ok
+    ASSERT_EQ(1u, window.script.shown().size());
+    EXPECT_EQ("Save changes?", window.script.shown()[0].text);
+    scene_changed = 0;
+}
+
+TEST(WindowProcedure, the_wheel_zooms) {
+    const RealWindow window;
+    const std::int32_t level = scene_floor.zoom_level;
+    post(WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA));
+    EXPECT_EQ(level + 1, scene_floor.zoom_level);
+    post(WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA));
+    post(WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA));
+    EXPECT_EQ(level - 1, scene_floor.zoom_level);
+}
+
+TEST(WindowProcedure, the_window_cannot_become_smaller_than_640_by_480) {
+    const RealWindow window;
+    MINMAXINFO limits = {};
+    EXPECT_EQ(0, SendMessageA(hWnd, WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits)));
+    EXPECT_EQ(640, limits.ptMinTrackSize.x);
+    EXPECT_EQ(480, limits.ptMinTrackSize.y);
+    SetWindowPos(hWnd, nullptr, 0, 0, 100, 100, SWP_NOMOVE | SWP_NOZORDER);
+    RECT frame;
+    GetWindowRect(hWnd, &frame);
+    EXPECT_EQ(640, frame.right - frame.left);
+    EXPECT_EQ(480, frame.bottom - frame.top);
+}
+
+TEST(WindowProcedure, a_new_size_reaches_the_scene) {
+    const RealWindow window;
+    SetWindowPos(hWnd, nullptr, 0, 0, 900, 700, SWP_NOMOVE | SWP_NOZORDER);
+    handle_messages();
+    RECT client;
+    GetClientRect(hWnd, &client);
+    EXPECT_EQ(client.right, scene_floor.window_width);
+    EXPECT_EQ(client.bottom, scene_floor.window_height);
+    EXPECT_LT(client.right, 900);
+}
+
+TEST(WindowProcedure, a_minimised_window_keeps_its_size_and_is_not_drawn) {
+    const RealWindow window;
+    const std::int32_t width = scene_floor.window_width;
+    ShowWindow(hWnd, SW_MINIMIZE);
+    handle_messages();
+    EXPECT_EQ(width, scene_floor.window_width);
+    scene_request_redraw();
+    EXPECT_EQ(1, scene_draw());
+    ShowWindow(hWnd, SW_RESTORE);
+}
+
+TEST(WindowProcedure, the_system_never_erases_the_background) {
+    const RealWindow window;
+    scene_redraw_flag = 0;
+    EXPECT_EQ(0, SendMessageA(hWnd, WM_ERASEBKGND, reinterpret_cast<WPARAM>(hDC), 0));
+    EXPECT_EQ(1, scene_redraw_flag);
+}
+
+TEST(WindowProcedure, painting_draws_the_scene_and_marks_the_window_as_painted) {
+    const RealWindow window;
+    scene_redraw_flag = 0;
+    InvalidateRect(hWnd, nullptr, FALSE);
+    UpdateWindow(hWnd);
+    EXPECT_EQ(0, scene_redraw_flag);
+    RECT rest;
+    EXPECT_FALSE(GetUpdateRect(hWnd, &rest, FALSE));
+}
+
+TEST(WindowProcedure, mouse_moves_are_recorded_with_their_signed_position_and_buttons) {
+    const RealWindow window;
+    SetForegroundWindow(hWnd);
+    handle_messages();
+    SendMessageA(hWnd, WM_MOUSEMOVE, MK_LBUTTON | MK_RBUTTON, MAKELPARAM(0xfffe, 25));
+    EXPECT_EQ(-2, mouse.x);
+    EXPECT_EQ(25, mouse.y);
+    EXPECT_EQ(MOUSE_LEFT | MOUSE_RIGHT, mouse.flags & (MOUSE_LEFT | MOUSE_MIDDLE | MOUSE_RIGHT));
+    SendMessageA(hWnd, WM_RBUTTONUP, 0, 0);
+    EXPECT_EQ(MOUSE_LEFT, mouse.flags & (MOUSE_LEFT | MOUSE_MIDDLE | MOUSE_RIGHT));
+    SendMessageA(hWnd, WM_MOUSEMOVE, MK_MBUTTON, MAKELPARAM(1, 2));
+    SendMessageA(hWnd, WM_MBUTTONUP, 0, 0);
+    EXPECT_EQ(0, mouse.flags & (MOUSE_LEFT | MOUSE_MIDDLE | MOUSE_RIGHT));
+}
+
+TEST(WindowProcedure, a_double_click_on_empty_floor_maximises_and_restores) {
+    const RealWindow window;
+    const LPARAM middle = MAKELPARAM(scene_floor.window_width / 2, scene_floor.window_height / 2);
+    post(WM_LBUTTONDBLCLK, MK_LBUTTON, middle);
+    EXPECT_TRUE(IsZoomed(hWnd));
+    post(WM_LBUTTONDBLCLK, MK_LBUTTON, middle);
+    EXPECT_FALSE(IsZoomed(hWnd));
+}
+
+TEST(WindowProcedure, a_double_click_on_a_page_object_opens_its_page_and_backspace_returns) {
+    RealWindow window;
+    window.write_page("home.orvl",
+                      "<node>\n<type>page</type>\n<name>Sub</name>\n<description></description>\n"
+                      "<x_position>0</x_position>\n<y_position>0</y_position>\n"
+                      "<model>none.obj</model>\n<page_file>sub.orvl</page_file>\n</node>\n");
+    ASSERT_EQ(PAGE_LOADED, scene_load_page("home.orvl", "Home"));
+    main_window_update();
+    post(WM_LBUTTONDBLCLK, MK_LBUTTON,
+         MAKELPARAM(scene_floor.window_width / 2, scene_floor.window_height / 2));
+    EXPECT_STREQ("sub.orvl", scene_page_file_name);
+    EXPECT_EQ(1, scene_stack_depth);
+    post(WM_KEYDOWN, VK_BACK);
+    EXPECT_STREQ("home.orvl", scene_page_file_name);
+    EXPECT_EQ(0, scene_stack_depth);
+}
+
+TEST(WindowProcedure, a_page_handed_over_opens_above_the_home_page) {
+    const RealWindow window;
+    char path[HAND_OVER_SIZE];
+    std::string command_line = window.pages.file("sub.orvl");
+    command_line.insert(0, 1, '"').push_back('"');
+    ASSERT_TRUE(hand_over_write(command_line.c_str(), path));
+    EXPECT_EQ(0, hand_over(HAND_OVER_ID, path, HAND_OVER_SIZE));
+    EXPECT_EQ(window.pages.file("sub.orvl"), scene_page_file_name);
+    EXPECT_STREQ("Sub", scene_page_title);
+    EXPECT_EQ(1, scene_stack_depth);
+    EXPECT_EQ(1, open_mode);
+    EXPECT_EQ(0, hand_over(HAND_OVER_ID, "home.orvl", 10));
+    EXPECT_STREQ("home.orvl", scene_page_file_name);
+}
+
+TEST(WindowProcedure, a_page_that_cannot_be_loaded_is_reported_and_the_home_page_stays) {
+    const RealWindow window;
+    hand_over(HAND_OVER_ID, "missing.orvl", 13);
+    ASSERT_EQ(1u, window.script.shown().size());
+    EXPECT_EQ("Failed to load page file.", window.script.shown()[0].text);
+    EXPECT_STREQ("home.orvl", scene_page_file_name);
+    EXPECT_EQ(0, scene_stack_depth);
+}
+
+TEST(WindowProcedure, what_other_programs_send_is_ignored) {
+    const RealWindow window;
+    EXPECT_EQ(0, hand_over(HAND_OVER_ID + 1, "sub.orvl", 9));
+    EXPECT_EQ(0, hand_over(HAND_OVER_ID, nullptr, 0));
+    EXPECT_EQ(0, hand_over(HAND_OVER_ID, "", 1));
+    EXPECT_EQ(0, SendMessageA(hWnd, WM_COPYDATA, 0, 0));
+    EXPECT_STREQ("home.orvl", scene_page_file_name);
+    EXPECT_EQ(0, scene_stack_depth);
+    EXPECT_EQ(0u, window.script.shown().size());
+}
+
+TEST(WindowProcedure, a_text_handed_over_without_its_terminator_is_read_to_its_end_only) {
+    const RealWindow window;
+    EXPECT_EQ(0, hand_over(HAND_OVER_ID, "sub.orvlRUBBISH", 8));
+    EXPECT_STREQ("sub.orvl", scene_page_file_name);
+}
+
+TEST(WindowProcedure, keys_count_as_up_when_another_window_takes_the_keyboard) {
+    const RealWindow window;
+    post(WM_KEYDOWN, VK_SHIFT);
+    EXPECT_EQ(1, keys[VK_SHIFT]);
+    SendMessageA(hWnd, WM_KILLFOCUS, 0, 0);
+    EXPECT_EQ(0, keys[VK_SHIFT]);
+}
+
+TEST(WindowProcedure, time_spent_in_moving_the_window_or_asleep_is_not_caught_up) {
+    const RealWindow window;
+    for (const UINT message : {WM_EXITSIZEMOVE, WM_EXITMENULOOP, WM_POWERBROADCAST}) {
+        next_frame_timer = timer_get_time_ms(&frame_timer) - 60'000;
+        SendMessageA(hWnd, message, 0, 0);
+        EXPECT_FALSE(timer_is_before(next_frame_timer, timer_get_time_ms(&frame_timer)));
+    }
+}
