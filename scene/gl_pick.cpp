@@ -24,7 +24,7 @@ static void apply_pick_projection(std::int32_t x, std::int32_t y, GLint viewport
 
 // Number of hit records in selection_buffer, -1 when they did not fit into size entries.
 static std::int32_t draw_for_selection(std::int32_t x, std::int32_t y, std::int32_t size) {
-    GLint viewport[4];
+    GLint viewport[4] = {};
     glGetIntegerv(GL_VIEWPORT, viewport);
     if (viewport[2] <= 0 || viewport[3] <= 0)
         return 0;

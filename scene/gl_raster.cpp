@@ -30,7 +30,7 @@ static void move_raster_position(float x, float y) {
 void trRasterPos3f(float x, float y, float z) {
     double modelview[16], projection[16];
     double window_x = 0.0, window_y = 0.0, window_z = 0.0;
-    GLint viewport[4];
+    GLint viewport[4] = {};
     glGetDoublev(GL_MODELVIEW_MATRIX, modelview);
     glGetDoublev(GL_PROJECTION_MATRIX, projection);
     glGetIntegerv(GL_VIEWPORT, viewport);

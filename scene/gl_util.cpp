@@ -31,7 +31,7 @@ static float read_depth(std::int32_t x, std::int32_t y) {
 
 float GetOGLPos(std::int32_t x, std::int32_t y, float *floor_x, float *floor_y, float depth) {
     double modelview[16], projection[16];
-    GLint viewport[4];
+    GLint viewport[4] = {};
     *floor_x = 0.0f;
     *floor_y = 0.0f;
     glGetDoublev(GL_MODELVIEW_MATRIX, modelview);

@@ -77,15 +77,6 @@ static HWND create_window(const char *title) {
                            width, height, nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
 }
 
-static void create_context(HWND window, int format_index, HDC *dc, HGLRC *context) {
-    PIXELFORMATDESCRIPTOR format = plain_format();
-    *dc = GetDC(window);
-    SetPixelFormat(*dc, format_index != 0 ? format_index : ChoosePixelFormat(*dc, &format),
-                   &format);
-    *context = wglCreateContext(*dc);
-    wglMakeCurrent(*dc, *context);
-}
-
 static void destroy_window(HWND window, HDC dc, HGLRC context) {
     wglMakeCurrent(nullptr, nullptr);
     if (context != nullptr)
@@ -96,6 +87,27 @@ static void destroy_window(HWND window, HDC dc, HGLRC context) {
         DestroyWindow(window);
 }
 
+// Null when the window or its context cannot be had; nothing is left behind then. format_index 0
+// stands for the plain pixel format.
+static HWND open_window(const char *title, int format_index, HDC *dc, HGLRC *context) {
+    *dc = nullptr;
+    *context = nullptr;
+    const HWND window = create_window(title);
+    if (window == nullptr)
+        return nullptr;
+    PIXELFORMATDESCRIPTOR format = plain_format();
+    *dc = GetDC(window);
+    SetPixelFormat(*dc, format_index != 0 ? format_index : ChoosePixelFormat(*dc, &format),
+                   &format);
+    *context = wglCreateContext(*dc);
+    if (*context != nullptr && wglMakeCurrent(*dc, *context))
+        return window;
+    destroy_window(window, *dc, *context);
+    *dc = nullptr;
+    *context = nullptr;
+    return nullptr;
+}
+
 static bool finds_multisampled_format(HWND window) {
     const PIXELFORMATDESCRIPTOR format = plain_format();
     return orvanel_options.good_graphics_card && orvanel_options.anti_aliasing &&
@@ -103,19 +115,18 @@ static bool finds_multisampled_format(HWND window) {
 }
 
 // The functions that look for a multisampled format need a context, and a window keeps its first
-// pixel format for life: hence the second window.
+// pixel format for life: hence the second window. A driver that fails with the format it named gets
+// the plain one back.
 HWND gl_create_window(HDC *dc, HGLRC *context, const char *title) {
-    *dc = nullptr;
-    *context = nullptr;
-    HWND window = create_window(title);
+    HWND window = open_window(title, 0, dc, context);
     if (window == nullptr)
         return nullptr;
-    create_context(window, 0, dc, context);
     fsaa_possible = WGLisExtensionSupported("WGL_ARB_multisample") == 0 ? 1 : 0;
     if (finds_multisampled_format(window)) {
         destroy_window(window, *dc, *context);
-        window = create_window(title);
-        create_context(window, arbMultisampleFormat, dc, context);
+        window = open_window(title, arbMultisampleFormat, dc, context);
+        if (window == nullptr)
+            window = open_window(title, 0, dc, context);
     }
     window_attach(window, *dc);
     gl_init_state();

@@ -8,7 +8,9 @@
 
 inline constexpr char MAIN_WINDOW_CLASS[] = "orvanel:main_window";
 
-// Creates the main window centred on the screen and makes its context current.
+// Creates the main window, hidden and centred on the screen, with a client area of the size in
+// scene_floor, and makes its context current. Its class is registered by the caller. Null when
+// there is no window or no OpenGL to be had.
 HWND gl_create_window(HDC *dc, HGLRC *context, const char *title);
 void gl_destroy_window(HWND window, HDC dc, HGLRC context);
 

@@ -10,7 +10,7 @@ static const float col_line_draw_mode[4] = {1.0f, 1.0f, 0.0f, 1.0f};
 static const float col_line_align_mode[4] = {1.0f, 1.0f, 1.0f, 1.0f};
 
 static constexpr float CHOICE_SQUARE = 0.15f; // half sizes, floor units
-static constexpr float LINK_SQUARE = 0.3f;
+static constexpr float LINK_SQUARE = 0.2f;
 
 // Relative to the floor's position, floor units.
 struct FloorPoint {

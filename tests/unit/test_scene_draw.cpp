@@ -136,14 +136,17 @@ TEST(Resize, objects_stay_in_shape_in_a_wide_window) {
 TEST(Resize, sizes_and_screens_of_nothing_divide_nothing_by_zero) {
     const SceneStage stage;
     const float before = scene_fov;
-    scene_resize(0, 0);
-    scene_resize(640, 0);
     scene_resize(0, 480);
+    EXPECT_FLOAT_EQ(scene_fov, before);
+    scene_resize(640, 0);
+    EXPECT_FLOAT_EQ(scene_fov, before);
+    scene_resize(0, 0);
     EXPECT_FLOAT_EQ(scene_fov, before);
     for (const std::int32_t screen : {0, 1, 19}) {
         screen_size_y = screen;
+        scene_resize(640, 100);
+        EXPECT_FLOAT_EQ(scene_fov, 100.0f);
         scene_resize(640, 480);
-        EXPECT_GT(scene_fov, 0.0f);
         EXPECT_LT(scene_fov, 180.0f);
     }
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
@@ -272,9 +275,10 @@ TEST(Reflections, show_through_the_floor_below_the_object) {
 
 TEST(Reflections, are_off_when_the_user_wants_none_and_the_floor_looks_the_same) {
     const SceneStage stage;
-    stage_page_colour(0.07f, 0.13f, 0.19f);
+    stage_page_colour(0.05f, 0.05f, 0.05f);
     stage_add(NODE_OBJECT, 12.0f, 0.0f);
     stage_draw();
+    EXPECT_TRUE(reflection_shows_at(11.0f, 0.0f));
     const Pixel floor_before = pixel_at(-5.8f, 1.3f, 0.0f);
     orvanel_options.reflections = 0;
     stage_draw();

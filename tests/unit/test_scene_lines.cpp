@@ -46,11 +46,11 @@ TEST(LinkLines, end_in_a_filled_square_that_shows_where_no_object_covers_it) {
     const std::int32_t label = stage_nodes();
     line_create_from_ids(label, 1);
     stage_draw();
-    for (const float beside : {-0.2f, 0.0f, 0.2f}) {
-        const WindowPoint point = stage_window_point(9.0f + beside, 6.2f, LINK_HEIGHT);
+    for (const float beside : {-0.1f, 0.0f, 0.1f}) {
+        const WindowPoint point = stage_window_point(9.0f + beside, 6.1f, LINK_HEIGHT);
         EXPECT_TRUE(is_yellow(gl_pixel(point.x, point.y))) << beside;
     }
-    EXPECT_FALSE(is_yellow(line_pixel(10.0f, 6.2f)));
+    EXPECT_FALSE(is_yellow(line_pixel(10.0f, 6.1f)));
 }
 
 TEST(LinkLines, lie_on_the_floor_behind_the_objects) {
