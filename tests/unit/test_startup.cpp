@@ -285,7 +285,9 @@ struct FirstPages : testing::Test {
         pages.write(name, "<page>\n<offv>004</offv>\n</page>\n");
     }
     std::string quoted(const char *name) const {
-        return "\"" + pages.file(name) + "\"";
+        std::string path = pages.file(name);
+        path.insert(0, 1, '"').push_back('"');
+        return path;
     }
 };
 
