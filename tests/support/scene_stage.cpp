@@ -2,7 +2,6 @@
 
 #include "assets/model.h"
 #include "page/options.h"
-#include "platform/gl.h"
 #include "scene/gl_util.h"
 #include "scene/interaction.h"
 #include "scene/scene.h"
@@ -24,7 +23,6 @@ SceneStage::SceneStage() {
     screen_size_y = 1080;
     model_init();
     scene_init();
-    stage_forget_errors();
     node_init_effects();
     scene_resize(WIDTH, HEIGHT);
     scene_floor_init();
@@ -33,11 +31,6 @@ SceneStage::SceneStage() {
 
 SceneStage::~SceneStage() {
     scene_stop();
-}
-
-void stage_forget_errors() {
-    while (glGetError() != GL_NO_ERROR) {
-    }
 }
 
 std::int32_t stage_add(NodeType type, float x, float y) {

@@ -19,9 +19,6 @@ struct SceneStage {
     ~SceneStage();
 };
 
-// Wine reports an error for the blank glyphs of the system's fonts: after scene_init none counts.
-void stage_forget_errors();
-
 // Adds a node at rest; objects and page objects show the built-in cube. Returns its index.
 std::int32_t stage_add(NodeType type, float x, float y);
 

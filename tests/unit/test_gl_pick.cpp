@@ -2,7 +2,9 @@
 
 #include "page/options.h"
 #include "platform/gl.h"
+#include "scene/interaction.h"
 #include "scene/scene.h"
+#include "scene/scene_page.h"
 #include "tests/support/scene_stage.h"
 
 #include <gtest/gtest.h>
@@ -94,6 +96,22 @@ TEST(Selection, a_window_without_area_has_nothing_under_the_mouse) {
     scene_resize(640, 0);
     EXPECT_EQ(selection(320, 0), PICK_NOTHING);
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+}
+
+TEST(Selection, the_back_button_wins_over_an_object_when_a_sub_page_is_shown) {
+    const SceneStage stage;
+    open_mode = 0;
+    scene_stack_depth = 1;
+    stage_draw();
+    const std::int32_t x = static_cast<std::int32_t>(scene_floor.button[0].x) + 16;
+    const std::int32_t y = static_cast<std::int32_t>(scene_floor.button[0].y) + 16;
+    float floor_x, floor_y;
+    GetOGLPos(x, y, &floor_x, &floor_y, gl_depth_of_zoom_level(DEPTH_LOOKUP_LABEL));
+    stage_add(NODE_OBJECT, floor_x, floor_y);
+    stage_draw();
+    EXPECT_EQ(selection(x, y), NAVIGATION_BACK);
+    scene_stack_depth = 0;
+    EXPECT_EQ(selection(x, y), 0);
 }
 
 TEST(Selection, a_label_is_picked_before_an_object_that_is_nearer) {

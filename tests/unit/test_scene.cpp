@@ -96,7 +96,6 @@ TEST(SceneStop, releases_models_and_the_floor_in_both_renderings_of_text) {
         orvanel_options.text_shadows = shadows;
         model_init();
         scene_init();
-        stage_forget_errors();
         scene_draw_floor();
         const std::uint32_t list = scene_floor.list;
         scene_stop();
