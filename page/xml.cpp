@@ -1,5 +1,6 @@
 #include "page/xml.h"
 
+#include "page/xml_find.h"
 #include "page/xml_search.h"
 #include "platform/console.h"
 #include "platform/files.h"
@@ -9,7 +10,9 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <new>
+#include <utility>
 #include <vector>
 
 char *xml;
@@ -21,15 +24,17 @@ std::int32_t xml_pointer;
 inline constexpr std::size_t PIECE_LENGTH = 998;
 inline constexpr std::size_t FILE_LIMIT = 1u << 30; // bytes, keeps every position in 32 bits
 
-static std::vector<char> file_text; // what xml points into
+// What xml points into: the bytes of a file, squeezed where they stand, or a squeezed copy.
+static std::vector<char> file_text;
+static std::unique_ptr<char[]> memory_text;
 
 // Bytes of the next piece, its line feed included. 0 when the file ends inside it: a last line
 // without a line feed is dropped, as every writer ends its files with one.
 static std::size_t piece_length(const char *bytes, std::size_t size) {
     const std::size_t reach = std::min(size, PIECE_LENGTH);
-    const void *line_feed = std::memchr(bytes, '\n', reach);
+    const char *line_feed = xml_find_character(bytes, bytes + reach, '\n');
     if (line_feed != nullptr)
-        return static_cast<std::size_t>(static_cast<const char *>(line_feed) - bytes) + 1;
+        return static_cast<std::size_t>(line_feed - bytes) + 1;
     return size >= PIECE_LENGTH ? PIECE_LENGTH : 0;
 }
 
@@ -95,13 +100,9 @@ static std::size_t squeeze(const char *bytes, std::size_t size, char *out) {
     return static_cast<std::size_t>(end - out);
 }
 
-// Keeps the bytes of a file, squeezed where they stand.
-static void hold(std::vector<char> &&bytes) {
-    file_text = std::move(bytes);
-    const std::size_t length = squeeze(file_text.data(), file_text.size(), file_text.data());
-    file_text.resize(length + 1);
-    file_text[length] = '\0';
-    xml = file_text.data();
+static void start_reading(char *text, std::size_t length) {
+    text[length] = '\0';
+    xml = text;
     xml_length = static_cast<std::int32_t>(length + 1);
     xml_pointer = 0;
     xml_search_forget();
@@ -113,63 +114,74 @@ std::int32_t xml_load_file(const char *path) {
         console_printf("  Failed to allocate memory for xml file.");
         return 1;
     }
-    hold(std::move(bytes));
+    xml_unload_file();
+    file_text = std::move(bytes);
+    const std::size_t length = squeeze(file_text.data(), file_text.size(), file_text.data());
+    file_text.resize(length + 1);
+    start_reading(file_text.data(), length);
     return 0;
 }
 
 std::int32_t xml_load_memory(std::span<const char> bytes) {
     if (bytes.size() > FILE_LIMIT)
         return 1;
-    hold(std::vector<char>(bytes.begin(), bytes.end()));
+    std::unique_ptr<char[]> squeezed(new (std::nothrow) char[bytes.size() + 1]);
+    if (squeezed == nullptr) {
+        console_printf("  Failed to allocate memory for xml file.");
+        return 1;
+    }
+    xml_unload_file();
+    memory_text = std::move(squeezed);
+    start_reading(memory_text.get(), squeeze(bytes.data(), bytes.size(), memory_text.get()));
     return 0;
 }
 
 void xml_unload_file() {
     xml = nullptr;
     xml_length = 0;
-    file_text = {};
+    file_text = std::vector<char>(); // gives the memory back, which assigning {} would not
+    memory_text.reset();
 }
 
-std::int32_t xml_get_value(const char *open_tag, const char *limit_tag, std::string_view *value) {
-    if (xml_get_element(open_tag, limit_tag) != 0)
-        return 1;
-    const char *begin = xml + xml_pointer;
-    const std::size_t left = static_cast<std::size_t>(xml_length - 1 - xml_pointer);
-    const void *next_tag = std::memchr(begin, '<', left);
-    const std::size_t length =
-        next_tag != nullptr ? static_cast<std::size_t>(static_cast<const char *>(next_tag) - begin)
-                            : left;
-    *value = std::string_view(begin, std::min(length, XML_ITEM_SIZE - 1));
-    xml_pointer += static_cast<std::int32_t>(length);
-    return 0;
+std::int32_t xml_get_element(const char *open_tag, const char *limit_tag) {
+    return xml_find_element(XmlTag(std::string_view(open_tag)),
+                            XmlTag(std::string_view(limit_tag)));
 }
 
 std::int32_t xml_get_item(const char *open_tag, const char *limit_tag, char (&out)[XML_ITEM_SIZE]) {
     std::string_view value;
-    if (xml_get_value(open_tag, limit_tag, &value) != 0)
+    if (xml_find_value(XmlTag(std::string_view(open_tag)), XmlTag(std::string_view(limit_tag)),
+                       &value) != 0)
         return 1;
     out[value.copy(out, XML_ITEM_SIZE - 1)] = '\0';
     return 0;
 }
 
-// The conversions of the library want their text terminated.
-struct NumberText {
-    char digits[XML_ITEM_SIZE];
-
-    explicit NumberText(std::string_view value) {
-        digits[value.copy(digits, sizeof digits - 1)] = '\0';
-    }
-};
+static bool is_digit(char character) {
+    return character >= '0' && character <= '9';
+}
 
 std::int32_t xml_to_int(std::string_view value) {
-    const NumberText text(value);
-    const long long number = std::strtoll(text.digits, nullptr, 10);
-    return static_cast<std::int32_t>(std::clamp<long long>(number, INT32_MIN, INT32_MAX));
+    value.remove_prefix(std::min(value.find_first_not_of(" \t\n\v\f\r"), value.size()));
+    const bool negative = value.starts_with('-');
+    if (negative || value.starts_with('+'))
+        value.remove_prefix(1);
+    constexpr std::int64_t beyond = INT64_C(1) << 32; // no 32-bit number is as large
+    std::int64_t number = 0;
+    for (const char digit : value) {
+        if (!is_digit(digit))
+            break;
+        number = std::min(number * 10 + (digit - '0'), beyond);
+    }
+    number = negative ? -number : number;
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(number, INT32_MIN, INT32_MAX));
 }
 
 float xml_to_float(std::string_view value) {
-    const NumberText text(value);
-    const double number = std::strtod(text.digits, nullptr);
+    // The conversion of the library wants its text terminated.
+    char digits[XML_ITEM_SIZE];
+    digits[value.copy(digits, sizeof digits - 1)] = '\0';
+    const double number = std::strtod(digits, nullptr);
     if (std::isnan(number))
         return 0.0f;
     return static_cast<float>(

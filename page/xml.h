@@ -27,9 +27,31 @@ std::int32_t xml_get_element(const char *open_tag, const char *limit_tag);
 // The same, and copies the text up to the next '<' into out (untouched when not found).
 std::int32_t xml_get_item(const char *open_tag, const char *limit_tag, char (&out)[XML_ITEM_SIZE]);
 
-// The same without the copy: value looks into xml, is cut like out would be, and holds until the
-// file is unloaded.
-std::int32_t xml_get_value(const char *open_tag, const char *limit_tag, std::string_view *value);
+// A tag with what the search needs to know of it, worked out by the compiler for literals.
+struct XmlTag {
+    const char *text;
+    std::uint32_t length; // characters
+    std::uint32_t hash;
+
+    template <std::size_t N>
+    consteval XmlTag(const char (&literal)[N])
+        : text(literal), length(N - 1), hash(hash_of({literal, N - 1})) {}
+    explicit constexpr XmlTag(std::string_view tag)
+        : text(tag.data()), length(static_cast<std::uint32_t>(tag.size())), hash(hash_of(tag)) {}
+
+private:
+    static constexpr std::uint32_t hash_of(std::string_view tag) {
+        std::uint32_t value = 0;
+        for (const char character : tag)
+            value = value * 31u + static_cast<unsigned char>(character);
+        return value ^ value >> 7;
+    }
+};
+
+// The same for tags that are known to the compiler, and without the copy: value looks into xml, is
+// cut like out would be, and holds until the file is unloaded.
+std::int32_t xml_find_element(XmlTag open_tag, XmlTag limit_tag);
+std::int32_t xml_find_value(XmlTag open_tag, XmlTag limit_tag, std::string_view *value);
 
 // Numbers at the start of a value, 0 where there is none. What the type cannot hold becomes its
 // nearest limit, not-a-number becomes 0: nothing else in the program has to expect them.

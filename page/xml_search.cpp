@@ -1,6 +1,7 @@
 #include "page/xml_search.h"
 
 #include "page/xml.h"
+#include "page/xml_find.h"
 
 #include <algorithm>
 #include <cstring>
@@ -18,7 +19,8 @@ inline constexpr std::int32_t LIMIT_STRETCH = 1024;
 
 // What is known of a tag in the text from the read position on.
 struct TagRecord {
-    char tag[48];            // empty = entry not in use
+    char tag[48];            // not terminated
+    std::uint32_t length;    // characters of tag, 0 = entry not in use
     std::int32_t clean_to;   // none begins between the read position and here
     bool found;              // one begins at clean_to
     std::int32_t last;       // begin of the last one, NOWHERE or NOT_KNOWN
@@ -31,16 +33,13 @@ struct Match {
 };
 
 inline constexpr std::uint32_t RECORDS = 128; // power of two; the formats have some 60 tags
-inline constexpr std::uint32_t SHORTCUTS = 16;
 static TagRecord records[RECORDS];
-static TagRecord *shortcuts[SHORTCUTS]; // by the address of the caller's tag
 static std::uint32_t records_used;
 static std::int32_t furthest_pointer; // what is remembered holds for reading on from here
 
 void xml_search_forget() {
     for (TagRecord &record : records)
-        record.tag[0] = '\0';
-    std::fill(std::begin(shortcuts), std::end(shortcuts), nullptr);
+        record.length = 0;
     records_used = 0;
     furthest_pointer = 0;
 }
@@ -56,76 +55,42 @@ static void start_record(TagRecord *record) {
     record->clean_from = text_end();
 }
 
-static bool same(const char *a, const char *b) {
-    while (*a == *b) {
-        if (*a == '\0')
-            return true;
-        a++;
-        b++;
+static bool same(const TagRecord &record, XmlTag tag) {
+    return record.length == tag.length && xml_same_bytes(record.tag, tag.text, tag.length);
+}
+
+// The record of a tag, made when it is new. scratch serves a tag too long to be remembered.
+static TagRecord *record_of(XmlTag tag, TagRecord *scratch) {
+    if (tag.length > sizeof scratch->tag) {
+        start_record(scratch);
+        return scratch;
     }
-    return false;
-}
-
-static std::uint32_t hash(const char *tag) {
-    std::uint32_t value = 0;
-    while (*tag != '\0')
-        value = value * 31u + static_cast<unsigned char>(*tag++);
-    return value;
-}
-
-static TagRecord *find_record(const char *tag) {
-    std::uint32_t index = hash(tag) % RECORDS;
-    while (records[index].tag[0] != '\0' && !same(records[index].tag, tag))
+    std::uint32_t index = tag.hash % RECORDS;
+    while (records[index].length != 0 && !same(records[index], tag))
         index = (index + 1) % RECORDS;
     TagRecord *record = &records[index];
-    if (record->tag[0] == '\0') {
+    if (record->length == 0) {
         start_record(record);
-        std::memcpy(record->tag, tag, std::strlen(tag) + 1);
+        std::memcpy(record->tag, tag.text, tag.length);
+        record->length = tag.length;
         records_used++;
     }
     return record;
 }
 
-// The record of a tag, made when it is new. scratch serves a tag too long to be remembered. A
-// caller's tag may be a buffer that is used again, so its address alone says nothing.
-static TagRecord *record_of(const char *tag, TagRecord *scratch) {
-    TagRecord **shortcut = &shortcuts[(reinterpret_cast<std::uintptr_t>(tag) >> 3) % SHORTCUTS];
-    if (*shortcut != nullptr && same((*shortcut)->tag, tag))
-        return *shortcut;
-    if (std::strlen(tag) >= sizeof records[0].tag) {
-        start_record(scratch);
-        return scratch;
-    }
-    *shortcut = find_record(tag);
-    return *shortcut;
-}
-
-// True when the tag stands at the bracket that text points to; the NUL behind the text ends every
-// comparison.
-static bool stands_at(const char *tag, const char *text) {
-    do {
-        tag++;
-        text++;
-        if (*tag == '\0')
-            return true;
-    } while (*tag == *text);
-    return false;
-}
-
-// The next '<' in from .. to - 1, or null.
-static const char *next_bracket(const char *from, const char *to) {
-    return from < to ? static_cast<const char *>(
-                           std::memchr(from, '<', static_cast<std::size_t>(to - from)))
-                     : nullptr;
+// text is at a '<', as the tag begins with one; most tags differ in the very next character.
+static bool stands_at(XmlTag tag, const char *text) {
+    return (tag.length == 1 || text[1] == tag.text[1]) &&
+           xml + text_end() - text >= static_cast<std::ptrdiff_t>(tag.length) &&
+           xml_same_bytes(text, tag.text, tag.length);
 }
 
 // First of the two tags that begins in from .. to - 1; where both do, it counts as the limit. Gives
 // up behind so many brackets.
-static Match first_of(const char *open, const char *limit, std::int32_t from, std::int32_t to,
-                      int brackets) {
+static Match first_of(XmlTag open, XmlTag limit, std::int32_t from, std::int32_t to, int brackets) {
     const char *end = xml + to;
-    for (const char *at = next_bracket(xml + from, end); at != nullptr && brackets > 0;
-         at = next_bracket(at + 1, end), brackets--) {
+    for (const char *at = xml_find_character(xml + from, end, '<'); at != nullptr && brackets > 0;
+         at = xml_find_character(at + 1, end, '<'), brackets--) {
         if (stands_at(limit, at))
             return {static_cast<std::int32_t>(at - xml), true};
         if (stands_at(open, at))
@@ -150,7 +115,7 @@ static void catch_up(TagRecord *record) {
 }
 
 // First of the two tags behind the read position, going on from where both are known not to stand.
-static Match first_of_remembered(const char *open, const char *limit) {
+static Match first_of_remembered(XmlTag open, XmlTag limit) {
     TagRecord open_scratch, limit_scratch;
     TagRecord *open_record = record_of(open, &open_scratch);
     TagRecord *limit_record = record_of(limit, &limit_scratch);
@@ -171,7 +136,7 @@ static Match first_of_remembered(const char *open, const char *limit) {
 }
 
 // Looks for the last one in from .. clean_from - 1. True when there is one.
-static bool search_back(TagRecord *record, const char *tag, std::int32_t from) {
+static bool search_back(TagRecord *record, XmlTag tag, std::int32_t from) {
     for (std::int32_t at = record->clean_from - 1; at >= from; at--) {
         if (xml[at] == '<' && stands_at(tag, xml + at)) {
             record->last = at;
@@ -184,7 +149,7 @@ static bool search_back(TagRecord *record, const char *tag, std::int32_t from) {
 
 // True when the tag begins anywhere behind position; it is known not to stand between the read
 // position and there.
-static bool occurs_behind(const char *tag, std::int32_t position) {
+static bool occurs_behind(XmlTag tag, std::int32_t position) {
     TagRecord scratch;
     TagRecord *record = record_of(tag, &scratch);
     if (record->last == NOT_KNOWN)
@@ -204,7 +169,7 @@ static bool occurs_behind(const char *tag, std::int32_t position) {
     return record->last != NOWHERE;
 }
 
-static std::int32_t find_tag(const char *open, const char *limit) {
+static std::int32_t find_tag(XmlTag open, XmlTag limit) {
     Match match = first_of(open, limit, xml_pointer, text_end(), NEAR_TAGS);
     if (match.at == NOWHERE)
         match = first_of_remembered(open, limit);
@@ -214,26 +179,44 @@ static std::int32_t find_tag(const char *open, const char *limit) {
 }
 
 // The rule itself, for texts that do not begin with a '<'.
-static std::int32_t find_any_text(const char *open, const char *limit) {
-    const char *open_at = std::strstr(xml + xml_pointer, open);
-    const char *limit_at = std::strstr(xml + xml_pointer, limit);
-    if (open_at == nullptr || limit_at == nullptr || open_at >= limit_at)
+static std::int32_t find_any_text(XmlTag open, XmlTag limit) {
+    const std::string_view text(xml, static_cast<std::size_t>(text_end()));
+    const std::size_t pointer = static_cast<std::size_t>(xml_pointer);
+    const std::size_t open_at = text.find({open.text, open.length}, pointer);
+    const std::size_t limit_at = text.find({limit.text, limit.length}, pointer);
+    if (open_at == text.npos || limit_at == text.npos || open_at >= limit_at)
         return NOWHERE;
-    return static_cast<std::int32_t>(open_at - xml);
+    return static_cast<std::int32_t>(open_at);
 }
 
-std::int32_t xml_get_element(const char *open_tag, const char *limit_tag) {
+static bool is_tag(XmlTag tag) {
+    return tag.length > 0 && tag.text[0] == '<';
+}
+
+std::int32_t xml_find_element(XmlTag open, XmlTag limit) {
     if (xml == nullptr || xml_pointer >= xml_length)
         return 1;
     // What is remembered only serves reading on; two records may be made below.
     if (xml_pointer < furthest_pointer || records_used + 2 >= RECORDS)
         xml_search_forget();
     furthest_pointer = xml_pointer;
-    const std::int32_t at = open_tag[0] == '<' && limit_tag[0] == '<'
-                                ? find_tag(open_tag, limit_tag)
-                                : find_any_text(open_tag, limit_tag);
+    const std::int32_t at =
+        is_tag(open) && is_tag(limit) ? find_tag(open, limit) : find_any_text(open, limit);
     if (at == NOWHERE)
         return 1;
-    xml_pointer = at + static_cast<std::int32_t>(std::strlen(open_tag));
+    xml_pointer = at + static_cast<std::int32_t>(open.length);
+    return 0;
+}
+
+std::int32_t xml_find_value(XmlTag open, XmlTag limit, std::string_view *value) {
+    if (xml_find_element(open, limit) != 0)
+        return 1;
+    const char *begin = xml + xml_pointer;
+    const char *end = xml + text_end();
+    const char *next_tag = xml_find_character(begin, end, '<');
+    const std::size_t length =
+        static_cast<std::size_t>((next_tag != nullptr ? next_tag : end) - begin);
+    *value = std::string_view(begin, std::min(length, XML_ITEM_SIZE - 1));
+    xml_pointer += static_cast<std::int32_t>(length);
     return 0;
 }

@@ -16,11 +16,11 @@ inline constexpr std::int32_t OLD_ACTIONS = 3;         // commands of an object 
 inline constexpr float PAGE_ALPHA = 0.8f;
 inline constexpr float DEFAULT_COLOUR_MARK = -1.0f; // this red stands for the default page colour
 
-inline constexpr char PAGE_END[] = "</page>";
-inline constexpr char PROPERTIES_END[] = "</properties>";
-inline constexpr char COLOUR_END[] = "</colour>";
-inline constexpr char NODE_END[] = "</node>";
-inline constexpr char ACTION_END[] = "</action>";
+static constexpr XmlTag PAGE_END = "</page>";
+static constexpr XmlTag PROPERTIES_END = "</properties>";
+static constexpr XmlTag COLOUR_END = "</colour>";
+static constexpr XmlTag NODE_END = "</node>";
+static constexpr XmlTag ACTION_END = "</action>";
 
 char scene_page_file_name[SCENE_FILE_NAME_SIZE];
 char scene_page_title[SCENE_TITLE_SIZE];
@@ -39,8 +39,8 @@ struct Reader {
     std::string_view value; // into the loaded file
 };
 
-static bool read_value(Reader *reader, const char *open_tag, const char *limit_tag) {
-    return xml_get_value(open_tag, limit_tag, &reader->value) == 0;
+static bool read_value(Reader *reader, XmlTag open_tag, XmlTag limit_tag) {
+    return xml_find_value(open_tag, limit_tag, &reader->value) == 0;
 }
 
 template <std::size_t N>
@@ -49,7 +49,7 @@ static void store(char (&target)[N], std::size_t length, std::string_view value)
     target[value.copy(target, std::min(length, N - 1))] = '\0';
 }
 
-static bool read_float(Reader *reader, const char *open_tag, const char *limit_tag, float *number) {
+static bool read_float(Reader *reader, XmlTag open_tag, XmlTag limit_tag, float *number) {
     if (!read_value(reader, open_tag, limit_tag))
         return false;
     *number = xml_to_float(reader->value);
@@ -91,13 +91,13 @@ static void read_properties(Reader *reader) {
         floor->position_x = floor->position_y = 0.0f;
         return;
     }
-    if (reader->version < 2 || xml_get_element("<properties>", PAGE_END) != 0)
+    if (reader->version < 2 || xml_find_element("<properties>", PAGE_END) != 0)
         return;
     if (read_float(reader, "<x_position>", PROPERTIES_END, &floor->home_x))
         floor->position_x = floor->home_x;
     if (read_float(reader, "<y_position>", PROPERTIES_END, &floor->home_y))
         floor->position_y = floor->home_y;
-    if (xml_get_element("<colour>", PROPERTIES_END) == 0)
+    if (xml_find_element("<colour>", PROPERTIES_END) == 0)
         read_colour(reader);
 }
 
@@ -105,8 +105,8 @@ static void read_properties(Reader *reader) {
 
 // Takes the value into a text when there is one, else empties it.
 template <std::size_t N>
-static void read_action_text(Reader *reader, const char *open_tag, const char *limit_tag,
-                             std::size_t length, char (&text)[N]) {
+static void read_action_text(Reader *reader, XmlTag open_tag, XmlTag limit_tag, std::size_t length,
+                             char (&text)[N]) {
     const bool found = read_value(reader, open_tag, limit_tag);
     store(text, length, found ? reader->value : std::string_view());
 }
@@ -148,15 +148,14 @@ static Action *action_record(Node *target, std::int32_t index) {
 // A 51st action is begun and left; whatever follows it is not looked at.
 static void read_actions(Reader *reader, Node *target) {
     std::int32_t count = 0;
-    while (xml_get_element("<action>", NODE_END) == 0 && count < NODE_ACTIONS)
+    while (xml_find_element("<action>", NODE_END) == 0 && count < NODE_ACTIONS)
         read_action(reader, action_record(target, count++));
     target->action_count = count;
 }
 
 // One of the fixed pairs of older versions. A name without a command stays in its slot, which the
 // next pair writes over.
-static bool read_old_action(Reader *reader, Node *target, const char *name_tag,
-                            const char *command_tag) {
+static bool read_old_action(Reader *reader, Node *target, XmlTag name_tag, XmlTag command_tag) {
     const bool named = read_value(reader, name_tag, NODE_END);
     if (named && !reader->value.empty()) {
         Action *action = action_record(target, target->action_count);
@@ -176,9 +175,9 @@ static bool read_old_action(Reader *reader, Node *target, const char *name_tag,
 }
 
 static bool read_old_actions(Reader *reader, Node *target) {
-    static constexpr const char *tags[OLD_ACTIONS][2] = {{"<action_1_name>", "<action_1>"},
-                                                         {"<action_2_name>", "<action_2>"},
-                                                         {"<action_3_name>", "<action_3>"}};
+    static constexpr XmlTag tags[OLD_ACTIONS][2] = {{"<action_1_name>", "<action_1>"},
+                                                    {"<action_2_name>", "<action_2>"},
+                                                    {"<action_3_name>", "<action_3>"}};
     // Names of an earlier page must not show up on this one.
     for (std::int32_t i = 0; i < OLD_ACTIONS; i++) {
         if (target->actions[i] != nullptr)
@@ -251,8 +250,9 @@ static std::uint32_t read_object(Reader *reader) {
 static std::uint32_t read_page_object(Reader *reader) {
     Node *target = start_node(NODE_PAGE);
     const bool complete = read_object_fields(reader, target);
-    const char *tag = reader->version >= PAGE_FORMAT_VERSION ? "<page_file>" : "<action>";
-    if (!read_value(reader, tag, NODE_END))
+    static constexpr XmlTag page_file = "<page_file>", old_page_file = "<action>";
+    const bool today = reader->version >= PAGE_FORMAT_VERSION;
+    if (!read_value(reader, today ? page_file : old_page_file, NODE_END))
         return PAGE_SYNTAX;
     Action *action = action_record(target, 0);
     action->type = ACTION_COMMAND;
@@ -280,7 +280,10 @@ static std::uint32_t read_label(Reader *reader) {
 // Refused links are left out without a word.
 static std::uint32_t read_link_by_name(Reader *reader) {
     char from[XML_ITEM_SIZE], to[XML_ITEM_SIZE];
-    if (xml_get_item("<from>", NODE_END, from) != 0 || !read_value(reader, "<to>", NODE_END))
+    if (!read_value(reader, "<from>", NODE_END))
+        return PAGE_SYNTAX;
+    store(from, sizeof from, reader->value);
+    if (!read_value(reader, "<to>", NODE_END))
         return PAGE_SYNTAX;
     store(to, sizeof to, reader->value);
     line_create(from, to);
@@ -322,7 +325,7 @@ static std::uint32_t read_node(Reader *reader) {
 
 // A full table ends the page as a success; what follows in the file, links too, is not read.
 static std::uint32_t read_nodes(Reader *reader) {
-    while (xml_get_element("<node>", PAGE_END) == 0) {
+    while (xml_find_element("<node>", PAGE_END) == 0) {
         const std::uint32_t result = read_node(reader);
         if (result != PAGE_LOADED)
             return result;
@@ -336,7 +339,7 @@ static std::uint32_t read_nodes(Reader *reader) {
 
 static std::uint32_t read_page() {
     Reader reader = {};
-    if (xml_get_element("<page>", PAGE_END) != 0 || !read_value(&reader, "<offv>", PAGE_END))
+    if (xml_find_element("<page>", PAGE_END) != 0 || !read_value(&reader, "<offv>", PAGE_END))
         return PAGE_NOT_A_PAGE;
     reader.version = xml_to_int(reader.value);
     if (reader.version > PAGE_FORMAT_VERSION)

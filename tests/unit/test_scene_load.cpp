@@ -53,7 +53,7 @@ static std::string object_fields(const std::string &name) {
 }
 
 static std::string typed(const char *type, const std::string &content) {
-    return "<node>\n" + text_element("type", type) + content + "</node>\n";
+    return std::string("<node>\n") + text_element("type", type) + content + "</node>\n";
 }
 
 static std::string object(const std::string &name, const std::string &actions = "") {
@@ -78,9 +78,9 @@ static std::string old_actions(const char *name1, const char *command1, const ch
 
 static std::string command(const std::string &name, const std::string &text,
                            const std::string &icon) {
-    return "<action>\n" + text_element("type", "command") + text_element("owner", "2") +
-           text_element("name", name) + text_element("command", text) + text_element("icon", icon) +
-           "</action>\n";
+    return std::string("<action>\n") + text_element("type", "command") +
+           text_element("owner", "2") + text_element("name", name) + text_element("command", text) +
+           text_element("icon", icon) + "</action>\n";
 }
 
 static std::uint32_t load(const std::string &bytes) {
@@ -143,18 +143,18 @@ TEST_F(SceneLoadTest, a_negative_version_knows_neither_word_for_an_object) {
 TEST_F(SceneLoadTest, a_file_without_page_or_version_is_no_page) {
     EXPECT_EQ(load(""), PAGE_NOT_A_PAGE);
     EXPECT_EQ(load("<orvanel_options>\n<offv>2</offv>\n</orvanel_options>\n"), PAGE_NOT_A_PAGE);
-    EXPECT_EQ(load("<page>\n" + object("a") + "</page>\n"), PAGE_NOT_A_PAGE);
+    EXPECT_EQ(load(std::string("<page>\n") + object("a") + "</page>\n"), PAGE_NOT_A_PAGE);
     EXPECT_EQ(load("<page>\n<offv>004</offv>\n</page>"), PAGE_NOT_A_PAGE);
 }
 
 // ---- properties
 
 static std::string properties(const std::string &content) {
-    return "<properties>\n" + content + "</properties>\n";
+    return std::string("<properties>\n") + content + "</properties>\n";
 }
 
 static std::string colour(const char *red, const char *green, const char *blue) {
-    return "<colour>\n" + text_element("red", red) + text_element("green", green) +
+    return std::string("<colour>\n") + text_element("red", red) + text_element("green", green) +
            text_element("blue", blue) + "</colour>\n";
 }
 
@@ -197,9 +197,9 @@ TEST_F(SceneLoadTest, a_page_without_properties_keeps_position_and_colour_of_the
 
 TEST_F(SceneLoadTest, a_component_that_is_missing_keeps_its_value) {
     scene_floor.colour = {1, 0.25f, 0.5f, 0.75f, 0.8f};
-    EXPECT_EQ(
-        load(page("4", properties("<colour>\n" + text_element("green", "0.1") + "</colour>\n"))),
-        PAGE_LOADED);
+    EXPECT_EQ(load(page("4", properties(std::string("<colour>\n") + text_element("green", "0.1") +
+                                        "</colour>\n"))),
+              PAGE_LOADED);
     EXPECT_EQ(scene_floor.colour.use_default, 0);
     EXPECT_EQ(scene_floor.colour.red, 0.25f);
     EXPECT_EQ(scene_floor.colour.green, 0.1f);
@@ -359,7 +359,7 @@ TEST_F(SceneLoadTest, an_action_without_an_icon_takes_the_icon_of_the_next_one_t
 
 TEST_F(SceneLoadTest, an_action_of_an_unknown_word_keeps_its_place_and_its_record) {
     EXPECT_EQ(load(page("4", object("a", command("old", "x", "y")))), PAGE_LOADED);
-    EXPECT_EQ(load(page("4", object("a", "<action>\n" + text_element("type", "magic") +
+    EXPECT_EQ(load(page("4", object("a", std::string("<action>\n") + text_element("type", "magic") +
                                              "</action>\n" + command("b", "x", "y")))),
               PAGE_LOADED);
     ASSERT_EQ(node[0].action_count, 2);
@@ -369,8 +369,8 @@ TEST_F(SceneLoadTest, an_action_of_an_unknown_word_keeps_its_place_and_its_recor
 
 TEST_F(SceneLoadTest, a_command_that_lacks_its_text_does_not_show_that_of_another_page) {
     EXPECT_EQ(load(page("4", object("a", command("old", "format c:", "old.ico")))), PAGE_LOADED);
-    EXPECT_EQ(load(page("4", object("a", "<action>\n" + text_element("type", "command") +
-                                             "</action>\n"))),
+    EXPECT_EQ(load(page("4", object("a", std::string("<action>\n") +
+                                             text_element("type", "command") + "</action>\n"))),
               PAGE_LOADED);
     EXPECT_EQ(node[0].actions[0]->owner, 0);
     EXPECT_STREQ(node[0].actions[0]->name, "");
@@ -522,7 +522,8 @@ TEST_F(SceneLoadTest, links_beyond_the_table_are_dropped) {
 
 TEST_F(SceneLoadTest, nodes_of_an_unknown_type_or_of_none_are_skipped) {
     EXPECT_EQ(load(page("4", typed("Object", object_fields("a")) + typed("", object_fields("b")) +
-                                 "<node>\n" + object_fields("c") + "</node>\n" + object("d"))),
+                                 std::string("<node>\n") + object_fields("c") + "</node>\n" +
+                                 object("d"))),
               PAGE_LOADED);
     ASSERT_EQ(node_total, 1);
     EXPECT_STREQ(node[0].name, "d");

@@ -214,7 +214,7 @@ TEST_F(XmlTest, a_value_that_runs_to_the_end_of_the_text_ends_there) {
     xml = text.data();
     xml_length = static_cast<std::int32_t>(text.size()) + 1;
     std::string_view view;
-    EXPECT_EQ(xml_get_value("<b>", "rest", &view), 0);
+    EXPECT_EQ(xml_find_value("<b>", "rest", &view), 0);
     EXPECT_EQ(view, "rest");
     EXPECT_EQ(xml_get_item("<b>", "</b>", value), 1);
 }

@@ -1,0 +1,47 @@
+// Finding and comparing short stretches of text, inline: in a file of tags the next bracket is
+// mostly less than twenty bytes away, where calling the library costs more than the search itself.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#ifdef __SSE2__
+#include <bit>
+#include <emmintrin.h>
+#endif
+
+// The first character of this value in from .. to - 1, or null.
+inline const char *xml_find_character(const char *from, const char *to, char character) {
+#ifdef __SSE2__
+    constexpr std::ptrdiff_t step = 16;
+    const __m128i wanted = _mm_set1_epi8(character);
+    for (; to - from >= step; from += step) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(from));
+        const int equal = _mm_movemask_epi8(_mm_cmpeq_epi8(bytes, wanted));
+        if (equal != 0)
+            return from + std::countr_zero(static_cast<unsigned>(equal));
+    }
+#endif
+    return from < to ? static_cast<const char *>(
+                           std::memchr(from, character, static_cast<std::size_t>(to - from)))
+                     : nullptr;
+}
+
+// True when the length bytes at a and at b are the same.
+inline bool xml_same_bytes(const char *a, const char *b, std::size_t length) {
+    // Two words that may overlap cover every length from one word to two.
+    const auto same_ends = [=]<typename Word>(Word first) {
+        Word second, other;
+        std::memcpy(&first, a, sizeof first);
+        std::memcpy(&other, b, sizeof other);
+        if (first != other)
+            return false;
+        std::memcpy(&second, a + length - sizeof second, sizeof second);
+        std::memcpy(&other, b + length - sizeof other, sizeof other);
+        return second == other;
+    };
+    if (length > 16 || length < 4)
+        return std::memcmp(a, b, length) == 0;
+    return length >= 8 ? same_ends(std::uint64_t{}) : same_ends(std::uint32_t{});
+}
