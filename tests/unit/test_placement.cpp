@@ -625,9 +625,9 @@ TEST_F(Placement, a_push_of_two_thousand_million_steps_ends) {
     EXPECT_TRUE(all_are_finite());
 }
 
-TEST_F(Placement, the_longest_chain_of_throws_is_run_to_its_end) {
+TEST_F(Placement, a_chain_of_throws_is_run_to_its_end) {
     // Each is hit by the last steps of the one before and takes a whole push of its own over.
-    for (int i = 0; i < 255; i++) {
+    for (int i = 0; i < 60; i++) {
         add(static_cast<float>(i) * 9.0f, 0.01f * static_cast<float>(i), {-2, 2, -2, 2});
         node[i].inertia_frames = 10;
         node[i].inertia_dx = 1.0f;
@@ -640,8 +640,8 @@ TEST_F(Placement, the_longest_chain_of_throws_is_run_to_its_end) {
     tell(0, 5.5f, 0.0f);
     const int passes = naive_move_nodes(true, 1000000);
     EXPECT_EQ(first_difference(ended), -1);
-    EXPECT_GT(passes, 255);
-    EXPECT_GT(node[254].x, before[254].x);
+    EXPECT_GT(passes, 500);
+    EXPECT_GT(node[59].x, before[59].x);
 }
 
 TEST_F(Placement, a_step_beyond_the_range_of_numbers_is_not_taken) {
