@@ -46,8 +46,8 @@ TEST(FontWidth, an_empty_string_is_minus_one_wide) {
 
 TEST(FontWidth, a_text_is_seven_tenths_of_its_advances_wide) {
     BitmapFont font = {};
-    font.width['A'] = 10.0f;
-    font.width['b'] = 4.0f;
+    font.width[int{'A'}] = 10.0f;
+    font.width[int{'b'}] = 4.0f;
     EXPECT_FLOAT_EQ(font_get_string_width(&font, "A"), 7.0f);
     EXPECT_FLOAT_EQ(font_get_string_width(&font, "AbA"), 16.8f);
     EXPECT_FLOAT_EQ(font_pixel_width(&font, "AbA"), 24.0f * 16.0f);
@@ -55,8 +55,8 @@ TEST(FontWidth, a_text_is_seven_tenths_of_its_advances_wide) {
 
 TEST(FontWidth, characters_without_a_picture_have_no_width) {
     BitmapFont font = {};
-    font.width['A'] = 10.0f;
-    font.width['\n'] = 1000.0f;
+    font.width[int{'A'}] = 10.0f;
+    font.width[int{'\n'}] = 1000.0f;
     EXPECT_FLOAT_EQ(font_get_string_width(&font, "A\n\xe4\xff\x80"), 7.0f);
     EXPECT_FLOAT_EQ(font_get_string_width(&font, "\xe4"), 0.0f) << "not empty, hence not -1";
 }
@@ -98,7 +98,7 @@ TEST_F(Font, characters_outside_32_to_127_are_left_out) {
     EXPECT_EQ(drawn_bounds(context, BLACK).count, 0);
     font_printf(&font, "\xe4"
                        "A\n");
-    EXPECT_NEAR(raster_x() - before, font.width['A'] * 16.0f, 0.01f);
+    EXPECT_NEAR(raster_x() - before, font.width[int{'A'}] * 16.0f, 0.01f);
 }
 
 TEST_F(Font, a_null_format_draws_nothing) {
