@@ -5,10 +5,6 @@
 #include "scene/scene.h"
 #include "scene/scene_transition_pace.h"
 
-// Turning to the viewer, growing and settling take some 32 frames at most: more is a state that
-// never comes to rest, and the menu opens without it.
-static constexpr std::int32_t SETTLE_FRAMES_MAX = 64;
-
 static std::int32_t first_hovered_node() {
     for (std::int32_t i = 0; i < node_total; i++) {
         if (node[i].grab_state == GRAB_HOVERED)
@@ -46,14 +42,13 @@ static bool any_effect_running() {
 
 static void settle_nodes() {
     TransitionTicks ticks = transition_start_ticks();
-    std::int32_t frames = 0;
     do {
         scene_process_frame();
         if (transition_objects_enabled()) {
             transition_wait_ticks(&ticks, FRAME_MILLISECONDS);
             transition_draw();
         }
-    } while (any_effect_running() && ++frames < SETTLE_FRAMES_MAX);
+    } while (any_effect_running());
 }
 
 void scene_prepare_for_menu_activation() {

@@ -80,9 +80,6 @@ void scene_align_with_grid(std::int32_t index) {
 }
 
 void scene_nodes_avoid_node_area(std::int32_t index) {
-    // A node being added may still stand behind the last live one.
-    if (index < 0 || index >= NODE_CAPACITY)
-        return;
     TransitionTicks ticks = transition_start_ticks();
     while (node_avoid_area_step(index)) {
         transition_draw();

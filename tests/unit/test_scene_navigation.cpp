@@ -269,8 +269,9 @@ TEST_F(Navigation, the_scene_is_drawn_with_the_buttons_on_top) {
 
 TEST_F(Navigation, the_light_and_the_last_material_do_not_change_the_artwork) {
     show_level(2);
-    const float glow[] = {0.9f, 0.1f, 0.1f, 1.0f};
-    glMaterialfv(GL_FRONT_AND_BACK, GL_EMISSION, glow);
+    const float dark[] = {0.1f, 0.05f, 0.05f, 1.0f};
+    glMaterialfv(GL_FRONT_AND_BACK, GL_EMISSION, dark);
+    glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE, dark);
     glColor4f(0.2f, 0.2f, 0.2f, 0.5f);
     draw_buttons_over(0.0f, 0.4f, 0.8f);
     EXPECT_EQ(differing_pixels(back, RESOURCE_BUTTON_BACK, 0, {0, 102, 204}), 0);
