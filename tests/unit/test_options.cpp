@@ -282,7 +282,8 @@ TEST_F(OptionsTest, an_unknown_colour_name_is_kept_with_19_characters_and_leaves
 }
 
 TEST_F(OptionsTest, a_page_folder_keeps_260_characters) {
-    read(file_with("002", "<page_folder>" + std::string(300, 'p') + "</page_folder>\n"));
+    read(file_with("002",
+                   std::string("<page_folder>") + std::string(300, 'p') + "</page_folder>\n"));
     EXPECT_EQ(std::string(orvanel_options.page_folder), std::string(260, 'p'));
 }
 

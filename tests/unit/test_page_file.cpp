@@ -210,9 +210,9 @@ TEST_F(PageFileTest, a_path_keeps_1000_characters_of_the_name) {
     char path[PAGE_PATH_SIZE];
     text_copy(page_dir_location, "c:\\");
     page_path(path, std::string(1500, 'n').c_str());
-    EXPECT_EQ(std::string(path), "c:\\" + std::string(1000, 'n'));
-    page_path(path, ("\\" + std::string(1500, 'n')).c_str());
-    EXPECT_EQ(std::string(path), "\\" + std::string(999, 'n'));
+    EXPECT_EQ(std::string(path), std::string("c:\\") + std::string(1000, 'n'));
+    page_path(path, (std::string("\\") + std::string(1500, 'n')).c_str());
+    EXPECT_EQ(std::string(path), std::string("\\") + std::string(999, 'n'));
 }
 
 TEST_F(PageFileTest, a_created_page_holds_its_properties_on_one_line) {

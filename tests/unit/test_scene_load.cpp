@@ -341,7 +341,7 @@ TEST_F(SceneLoadTest, actions_of_every_kind_are_read) {
 TEST_F(SceneLoadTest, a_51st_action_is_left_out) {
     std::string actions;
     for (int i = 0; i < 53; i++)
-        actions += command("c" + std::to_string(i), "x", "y");
+        actions += command(std::string("c") + std::to_string(i), "x", "y");
     EXPECT_EQ(load(page("4", object("a", actions) + object("b"))), PAGE_LOADED);
     ASSERT_EQ(node_total, 2);
     EXPECT_EQ(node[0].action_count, 50);

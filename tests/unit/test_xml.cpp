@@ -77,7 +77,7 @@ TEST_F(XmlTest, blanks_before_a_carriage_return_go_as_well) {
 }
 
 TEST_F(XmlTest, a_line_is_read_in_pieces_of_998_characters_that_are_judged_as_lines) {
-    const std::string first = "<a>" + std::string(995, 'x');
+    const std::string first = std::string("<a>") + std::string(995, 'x');
     ASSERT_EQ(first.size(), 998u);
     EXPECT_EQ(squeezed(first + "yyy</a>\n<b>\n"), first + "<b>");
     EXPECT_EQ(squeezed(first + "</a>\n<b>\n"), first + "</a><b>");
@@ -87,23 +87,23 @@ TEST_F(XmlTest, a_line_is_read_in_pieces_of_998_characters_that_are_judged_as_li
 }
 
 TEST_F(XmlTest, a_line_of_997_characters_fits_one_piece_with_its_newline) {
-    const std::string line = "<a>" + std::string(993, 'x') + "<";
+    const std::string line = std::string("<a>") + std::string(993, 'x') + "<";
     ASSERT_EQ(line.size(), 997u);
     EXPECT_EQ(squeezed(line + "\nb>\n"), line);
 }
 
 // The end of the file has not been met when the reader's buffer is full.
 TEST_F(XmlTest, a_last_line_of_exactly_998_characters_is_kept_without_a_newline) {
-    const std::string line = "<a>" + std::string(995, 'x');
+    const std::string line = std::string("<a>") + std::string(995, 'x');
     EXPECT_EQ(squeezed(line), line);
     EXPECT_EQ(squeezed(line.substr(1)), "");
     EXPECT_EQ(squeezed(line.substr(0, 997)), "");
 }
 
 TEST_F(XmlTest, a_piece_that_ends_in_blanks_loses_them) {
-    const std::string first = "<a>" + std::string(993, 'x') + " \t";
+    const std::string first = std::string("<a>") + std::string(993, 'x') + " \t";
     ASSERT_EQ(first.size(), 998u);
-    EXPECT_EQ(squeezed(first + "<b>\n"), "<a>" + std::string(993, 'x') + "<b>");
+    EXPECT_EQ(squeezed(first + "<b>\n"), std::string("<a>") + std::string(993, 'x') + "<b>");
 }
 
 TEST_F(XmlTest, a_nul_byte_ends_its_line) {
@@ -198,7 +198,7 @@ TEST_F(XmlTest, a_value_is_raw_and_ends_at_the_next_tag) {
 
 // The line reader never lets such a value through, so the text is put in place by hand.
 TEST_F(XmlTest, a_value_longer_than_999_bytes_is_cut_while_the_position_moves_on_to_the_next_tag) {
-    std::string text = "<b>" + std::string(1500, 'x') + "</b>";
+    std::string text = std::string("<b>") + std::string(1500, 'x') + "</b>";
     load("");
     xml = text.data();
     xml_length = static_cast<std::int32_t>(text.size()) + 1;
@@ -259,18 +259,19 @@ struct Random {
 // Tags that are parts and beginnings of each other, that overlap themselves, one too long to be
 // remembered, and texts that are no tags at all.
 static const std::vector<std::string> &tags() {
-    static const std::vector<std::string> list = {"<a>",        "</a>",
-                                                  "<b>",        "</b>",
-                                                  "<",          "<a",
-                                                  "<a><",       "<a><a>",
-                                                  "</",         "<a></a>",
-                                                  "</a><b>",    "<<",
-                                                  "<c>",        "</c>",
-                                                  "<aa>",       "<b></",
-                                                  "a>",         ">",
-                                                  "/a><",       "",
-                                                  "<c></c><c>", "<" + std::string(60, 'l') + ">",
-                                                  "<none>",     "</none>"};
+    static const std::vector<std::string> list = {
+        "<a>",        "</a>",
+        "<b>",        "</b>",
+        "<",          "<a",
+        "<a><",       "<a><a>",
+        "</",         "<a></a>",
+        "</a><b>",    "<<",
+        "<c>",        "</c>",
+        "<aa>",       "<b></",
+        "a>",         ">",
+        "/a><",       "",
+        "<c></c><c>", std::string("<") + std::string(60, 'l') + ">",
+        "<none>",     "</none>"};
     return list;
 }
 
@@ -390,10 +391,10 @@ TEST_F(HostileXmlTest, a_limit_that_only_stands_in_the_middle_costs_no_second_lo
 TEST_F(XmlTest, more_tags_than_are_remembered_are_still_found) {
     std::string bytes;
     for (int i = 0; i < 500; i++)
-        bytes += "<t" + std::to_string(i) + "></t" + std::to_string(i) + ">\n";
+        bytes += std::string("<t") + std::to_string(i) + "></t" + std::to_string(i) + ">\n";
     load(bytes);
     for (int i = 0; i < 500; i++) {
-        const std::string name = "t" + std::to_string(i) + ">";
+        const std::string name = std::string("t") + std::to_string(i) + ">";
         ASSERT_EQ(xml_get_element(("<" + name).c_str(), ("</" + name).c_str()), 0);
     }
 }
