@@ -240,6 +240,7 @@ TEST_F(Flights, with_zoom_transition_off_pages_change_at_once) {
     scene_page_back();
     EXPECT_EQ(scene_floor.colour.red, 0.1f);
     EXPECT_LT(film.milliseconds(), 302u);
+    EXPECT_GE(next_frame_timer, 300u + FRAME_MILLISECONDS - 1);
     expect_at_rest();
 }
 
