@@ -15,7 +15,6 @@
 #include <iterator>
 
 static constexpr float ARROW_STEP = 1.0f; // floor units
-static constexpr std::int32_t MOUSE_BUTTONS = MOUSE_LEFT | MOUSE_MIDDLE | MOUSE_RIGHT;
 
 static bool is_key(std::int32_t code) {
     return code >= 0 && code < static_cast<std::int32_t>(std::size(keys));
@@ -29,6 +28,8 @@ static void scroll(float x, float y) {
 static void press(std::int32_t code) {
     switch (code) {
     case KEY_BACKSPACE:
+        scene_prepare_for_menu_activation();
+        app_line_draw_mode = 0;
         scene_page_back();
         reset_frame_timer();
         break;
@@ -81,6 +82,7 @@ void input_key_up(std::int32_t code) {
 void input_focus_lost() {
     for (std::int32_t &key : keys)
         key = 0;
+    input_capture_lost();
 }
 
 void input_wheel(std::int32_t delta) {
@@ -89,17 +91,6 @@ void input_wheel(std::int32_t delta) {
     else if (delta > 0)
         scene_zoom_in();
     scene_request_redraw();
-}
-
-void input_mouse_move(std::int32_t x, std::int32_t y, std::int32_t buttons) {
-    if (!window_is_foreground())
-        return;
-    mouse.flags = (mouse.flags & ~MOUSE_BUTTONS) | MOUSE_MOVE | (buttons & MOUSE_BUTTONS);
-    mouse_record_position(x, y);
-}
-
-void input_button_up(std::int32_t button) {
-    mouse.flags &= ~button;
 }
 
 std::int32_t input_target(std::int32_t x, std::int32_t y) {

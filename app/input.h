@@ -27,13 +27,20 @@ void input_key_up(std::int32_t code);
 void input_focus_lost(); // keys released elsewhere are not heard of: all count as up
 
 void input_wheel(std::int32_t delta); // above 0 = away from the user
-void input_mouse_move(std::int32_t x, std::int32_t y, std::int32_t buttons); // MouseFlag values
-void input_button_up(std::int32_t button);                                   // MouseFlag value
 void input_double_click(std::int32_t x, std::int32_t y);
 
 // Index of the node under a position, a NavigationId, or PICK_NOTHING.
 std::int32_t input_target(std::int32_t x, std::int32_t y);
 
+// ---- mouse (input_mouse.cpp)
+void input_left_down(std::int32_t x, std::int32_t y);
+void input_left_up(std::int32_t x, std::int32_t y);
+void input_button_up(std::int32_t button);                                   // MouseFlag value
+void input_mouse_move(std::int32_t x, std::int32_t y, std::int32_t buttons); // MouseFlag values
+// The mouse went to another window while the button was down: its release will not be heard of.
+void input_capture_lost();
+
+// ---- window
 void input_resize(std::int32_t width, std::int32_t height);
 void input_paint();
 void input_close(); // asks about unsaved changes; quits unless the user would rather stay

@@ -6,6 +6,7 @@
 
 static constexpr std::int32_t FRAMES_WITHOUT_DRAWING = 25; // then a repaint is forced
 static constexpr std::uint32_t IDLE_SLEEP = 1;             // milliseconds
+static constexpr std::uint32_t CATCH_UP_LIMIT = 250;       // milliseconds that catching up may take
 
 // An idle page is drawn again now and then, so that whatever was painted over it does not stay.
 static void draw() {
@@ -22,10 +23,18 @@ static void draw() {
 
 // Frames that drawing took the time of are run without being drawn.
 static void catch_up() {
-    sys_time_ms = timer_get_time_ms(&frame_timer);
+    const std::uint32_t start = timer_get_time_ms(&frame_timer);
+    sys_time_ms = start;
     while (timer_is_before(next_frame_timer, sys_time_ms)) {
         scene_process_frame();
         next_frame_timer += FRAME_MILLISECONDS;
+        // Frames slower than the clock would never catch up with it: the rest is let go, so that
+        // the user's messages are heard.
+        const std::uint32_t now = timer_get_time_ms(&frame_timer);
+        if (now - start > CATCH_UP_LIMIT) {
+            next_frame_timer = now;
+            return;
+        }
     }
 }
 

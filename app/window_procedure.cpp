@@ -61,6 +61,16 @@ LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam
     case WM_GETMINMAXINFO:
         set_minimum_size(reinterpret_cast<MINMAXINFO *>(lparam));
         return 0;
+    case WM_LBUTTONDOWN:
+        input_left_down(GET_X_LPARAM(lparam), GET_Y_LPARAM(lparam));
+        return 0;
+    case WM_LBUTTONUP:
+        input_left_up(GET_X_LPARAM(lparam), GET_Y_LPARAM(lparam));
+        return 0;
+    case WM_CAPTURECHANGED:
+        if (reinterpret_cast<HWND>(lparam) != window)
+            input_capture_lost();
+        return 0;
     case WM_MBUTTONUP:
         input_button_up(MOUSE_MIDDLE);
         return 0;

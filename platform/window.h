@@ -11,6 +11,11 @@ void window_toggle_maximised();
 // Asks the system for a repaint of the whole client area.
 void window_invalidate();
 
+// While the mouse is captured its messages come to the main window, wherever it goes. The system
+// may take the capture away at any time.
+void window_capture_mouse();
+void window_release_mouse(); // also when it is not captured
+
 // Ends the program: posts the quit message with this exit code.
 void window_quit(int exit_code);
 

@@ -4,6 +4,7 @@
 #include "page/options.h"
 #include "scene/interaction.h"
 #include "scene/scene_effects.h"
+#include "scene/scene_motion.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,7 +19,6 @@ static constexpr std::int32_t REST_BEFORE_SPIN = 80; // frames the mouse rests o
 static constexpr float SPIN_SPEED_A = 1.0f;          // degrees a frame
 static constexpr float SPIN_SPEED_B = 0.7f;
 static constexpr float FULL_TURN = 360.0f; // degrees
-static constexpr float FLOOR_FRICTION = 1.09f;
 
 std::int32_t scene_request_redraw() {
     scene_redraw_flag = 1;
@@ -193,23 +193,15 @@ std::int32_t scene_check_for_rotation_space(std::int32_t index) {
     return 0;
 }
 
-// ---- floor
-
-static void coast() {
-    if (scene_floor.inertia_frames <= 0 || scene_floor.drag_state == 1)
-        return;
-    scene_floor.inertia_frames--;
-    scene_floor.position_x += scene_floor.inertia_x;
-    scene_floor.position_y += scene_floor.inertia_y;
-    scene_floor.inertia_x /= FLOOR_FRICTION;
-    scene_floor.inertia_y /= FLOOR_FRICTION;
-    scene_request_redraw();
-}
+// ---- the frame
 
 void scene_process_frame() {
-    for (std::int32_t i = 0; i < node_total; i++)
+    scene_motion_begin_frame();
+    for (std::int32_t i = 0; i < node_total; i++) {
         advance_hover_effect(&node[i], i);
-    coast();
+        scene_motion_move_node(i);
+    }
+    scene_motion_move_floor();
 }
 
 // ---- zoom

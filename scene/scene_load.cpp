@@ -5,6 +5,7 @@
 #include "page/page_file.h"
 #include "page/xml.h"
 #include "platform/text.h"
+#include "scene/scene_motion.h"
 
 #include <algorithm>
 #include <cstring>
@@ -363,6 +364,7 @@ static void start_page(const char *file_name, const char *title) {
     text_copy(file_copy, file_name);
     text_copy(title_copy, title);
     empty_tables();
+    scene_motion_reset();
     model_free_display_lists();
     text_copy(scene_page_file_name, file_copy);
     text_copy(scene_page_title, title_copy);

@@ -29,6 +29,7 @@ struct Recorder {
 
     std::int32_t swaps, invalidations, toggles; // calls so far
     bool minimised, background;                 // state of the imagined window
+    bool mouse_captured;
     bool quit;
     int quit_code;
     std::int32_t cursor_x, cursor_y, mouse_trails;

@@ -25,6 +25,14 @@ void window_invalidate() {
     recorder.invalidations++;
 }
 
+void window_capture_mouse() {
+    recorder.mouse_captured = true;
+}
+
+void window_release_mouse() {
+    recorder.mouse_captured = false;
+}
+
 void window_quit(int exit_code) {
     recorder.quit = true;
     recorder.quit_code = exit_code;

@@ -40,6 +40,17 @@ void window_invalidate() {
         InvalidateRect(window, nullptr, FALSE);
 }
 
+void window_capture_mouse() {
+    if (window != nullptr)
+        SetCapture(window);
+}
+
+// The capture may belong to another window of the program by now.
+void window_release_mouse() {
+    if (window != nullptr && GetCapture() == window)
+        ReleaseCapture();
+}
+
 void window_quit(int exit_code) {
     PostQuitMessage(exit_code);
 }
