@@ -94,6 +94,16 @@ TEST(MainLoop, frames_that_were_missed_are_caught_up_without_drawing) {
 #endif
 }
 
+TEST(MainLoop, catching_up_is_given_up_when_frames_are_slower_than_the_clock) {
+    const LoopStage stage;
+    manual_clock_advance(3'600'000);
+    manual_clock_step(30'000); // a frame takes 30 ms
+    main_loop_pass();
+    EXPECT_LE(frames(), 12);
+    manual_clock_step(0);
+    EXPECT_LE(manual_clock_now() - next_frame_timer, 25u);
+}
+
 TEST(MainLoop, time_lost_in_a_dialog_is_not_caught_up) {
     const LoopStage stage;
     manual_clock_advance(3'600'000);

@@ -1,0 +1,284 @@
+#include "app/input.h"
+
+#include "page/options.h"
+#include "scene/frame_clock.h"
+#include "scene/gl_util.h"
+#include "scene/interaction.h"
+#include "scene/scene.h"
+#include "scene/scene_page.h"
+#include "tests/support/manual_clock.h"
+#include "tests/support/scene_stage.h"
+
+#include <gtest/gtest.h>
+
+#ifdef _WIN32
+#include "platform/win32/window_attach.h"
+
+#include <windows.h>
+#else
+#include "platform/posix/recorder.h"
+#endif
+
+static bool is_captured() {
+#ifdef _WIN32
+    return GetCapture() != nullptr && GetCapture() == window_attached();
+#else
+    return recorder.mouse_captured;
+#endif
+}
+
+struct MouseStage : SceneStage {
+    MouseStage() {
+        manual_clock_reset();
+        manual_clock_high_resolution(false); // the millisecond clock is exact
+        timer_init(&frame_timer);
+        reset_frame_timer();
+        mouse = {};
+        open_mode = 0;
+#ifdef _WIN32
+        HWND window = FindWindowA("orvanel:test_window", nullptr);
+        SetForegroundWindow(window);
+        window_attach(window, GetDC(window));
+#else
+        recorder_reset();
+#endif
+        stage_draw();
+        scene_redraw_flag = 0;
+    }
+    ~MouseStage() {
+        input_capture_lost();
+#ifdef _WIN32
+        window_attach(nullptr, nullptr);
+#endif
+    }
+};
+
+static void move(std::int32_t x, std::int32_t y, std::uint32_t milliseconds = 10) {
+    manual_clock_advance(milliseconds);
+    input_mouse_move(x, y, MOUSE_LEFT);
+}
+
+static float floor_x_under(std::int32_t x, std::int32_t y) {
+    float floor_x, floor_y;
+    GetOGLPos(x, y, &floor_x, &floor_y, scene_floor.pick_depth);
+    return scene_floor.position_x + floor_x;
+}
+
+// ---- dragging the floor
+
+TEST(FloorDrag, the_point_of_the_floor_under_the_mouse_stays_under_it) {
+    for (std::int32_t level = 0; level <= ZOOM_LEVEL_MAX; level++) {
+        const MouseStage stage;
+        stage_zoom_level(level);
+        stage_draw();
+        const float held = floor_x_under(300, 200);
+        input_left_down(300, 200);
+        EXPECT_EQ(scene_floor.drag_state, 1);
+        move(310, 220);
+        move(500, 17);
+        EXPECT_NEAR(floor_x_under(500, 17), held, 1e-3f) << level;
+        EXPECT_LT(scene_floor.position_x, -1.0f);
+        EXPECT_EQ(scene_redraw_flag, 1);
+        move(300, 200);
+        EXPECT_NEAR(scene_floor.position_x, 0.0f, 1e-3f) << level;
+        EXPECT_NEAR(scene_floor.position_y, 0.0f, 1e-3f) << level;
+    }
+}
+
+TEST(FloorDrag, a_floor_scrolled_by_the_keys_meanwhile_is_not_pulled_back) {
+    const MouseStage stage;
+    input_left_down(300, 200);
+    move(320, 200);
+    const float before = scene_floor.position_x;
+    input_key_down(KEY_RIGHT);
+    move(321, 200);
+    EXPECT_NEAR(scene_floor.position_x, before + 1.0f, 0.2f);
+}
+
+TEST(FloorDrag, goes_past_the_edge_and_springs_back_after_the_release) {
+    const MouseStage stage;
+    scene_floor.position_x = -90.0f;
+    input_left_down(100, 200);
+    for (std::int32_t x = 110; x <= 600; x += 10)
+        move(x, 200);
+    const float dragged = scene_floor.position_x;
+    for (int i = 0; i < 20; i++)
+        scene_process_frame();
+    EXPECT_FLOAT_EQ(scene_floor.position_x, dragged);
+    EXPECT_LT(dragged + scene_floor.view_left, -121.0f);
+    manual_clock_advance(500);
+    input_left_up(600, 200);
+    for (int i = 0; i < 100; i++)
+        scene_process_frame();
+    EXPECT_NEAR(scene_floor.position_x + scene_floor.view_left, -120.0f, 0.02f);
+}
+
+TEST(FloorDrag, the_mouse_is_captured_until_the_button_comes_up) {
+    const MouseStage stage;
+    input_left_down(300, 200);
+    EXPECT_TRUE(is_captured());
+    EXPECT_NE(mouse.flags & MOUSE_LEFT, 0);
+    move(-50, 900);
+    input_left_up(-50, 900);
+    EXPECT_FALSE(is_captured());
+    EXPECT_EQ(mouse.flags & MOUSE_LEFT, 0);
+    EXPECT_EQ(scene_floor.drag_state, 0);
+}
+
+TEST(FloorDrag, grabbing_the_floor_stops_its_coasting) {
+    const MouseStage stage;
+    scene_floor.inertia_x = scene_floor.inertia_y = 1.0f;
+    scene_floor.inertia_frames = 20;
+    input_left_down(300, 200);
+    EXPECT_EQ(scene_floor.inertia_frames, 0);
+    EXPECT_FLOAT_EQ(scene_floor.inertia_x, 0.0f);
+    EXPECT_FLOAT_EQ(scene_floor.inertia_y, 0.0f);
+}
+
+// ---- throwing it
+
+// 10 pixels to the right every interval, for 12 moves; the way of a single one in floor units.
+static float drag_right(std::uint32_t interval) {
+    const float start = scene_floor.position_x;
+    input_left_down(200, 200);
+    for (std::int32_t i = 1; i <= 12; i++)
+        move(200 + 10 * i, 200, interval);
+    return (scene_floor.position_x - start) / 12.0f;
+}
+
+TEST(FloorThrow, coasts_for_30_frames_with_the_speed_of_the_hand_in_units_a_frame) {
+    for (const std::uint32_t interval : {5u, 10u, 25u, 50u}) {
+        const MouseStage stage;
+        const float step = drag_right(interval);
+        input_left_up(320, 200);
+        EXPECT_EQ(scene_floor.inertia_frames, 30);
+        EXPECT_NEAR(scene_floor.inertia_x, step * 25.0f / static_cast<float>(interval), 1e-3f)
+            << interval;
+        EXPECT_NEAR(scene_floor.inertia_y, 0.0f, 1e-4f);
+    }
+}
+
+TEST(FloorThrow, a_mouse_that_reports_every_millisecond_throws_as_far) {
+    const MouseStage stage;
+    const float start = scene_floor.position_x;
+    input_left_down(100, 200);
+    for (std::int32_t i = 1; i <= 400; i++)
+        move(100 + i, 200, 1);
+    const float step = (scene_floor.position_x - start) / 400.0f;
+    input_left_up(500, 200);
+    EXPECT_NEAR(scene_floor.inertia_x, step * 25.0f, 0.01f);
+}
+
+TEST(FloorThrow, a_mouse_that_rested_before_the_release_does_not_throw) {
+    const MouseStage stage;
+    drag_right(10);
+    manual_clock_advance(101);
+    input_left_up(320, 200);
+    EXPECT_FLOAT_EQ(scene_floor.inertia_x, 0.0f);
+    EXPECT_EQ(scene_floor.inertia_frames, 0);
+}
+
+TEST(FloorThrow, a_click_without_moving_does_not_throw) {
+    const MouseStage stage;
+    input_left_down(300, 200);
+    move(300, 200);
+    input_left_up(300, 200);
+    EXPECT_EQ(scene_floor.inertia_frames, 0);
+    EXPECT_FLOAT_EQ(scene_floor.position_x, 0.0f);
+}
+
+TEST(FloorThrow, hangs_on_both_options) {
+    for (std::int32_t *option :
+         {&orvanel_options.floor_inertia, &orvanel_options.good_graphics_card}) {
+        const MouseStage stage;
+        *option = 0;
+        drag_right(10);
+        input_left_up(320, 200);
+        EXPECT_EQ(scene_floor.inertia_frames, 0);
+    }
+}
+
+// ---- objects
+
+static WindowPoint on(std::int32_t id) {
+    return stage_window_point(node[id].x, node[id].y, NODE_REST_HEIGHT);
+}
+
+TEST(ViewModeGrab, a_hovered_object_is_held_until_the_release_and_then_hovered_again) {
+    const MouseStage stage;
+    const std::int32_t id = stage_add(NODE_OBJECT, 0.0f, 0.0f);
+    stage_draw();
+    node[id].grab_state = GRAB_HOVERED;
+    input_left_down(on(id).x, on(id).y);
+    EXPECT_EQ(node[id].grab_state, GRAB_GRABBED);
+    EXPECT_EQ(scene_floor.drag_state, 1);
+    move(on(id).x + 40, on(id).y);
+    EXPECT_FLOAT_EQ(node[id].x, 0.0f);
+    EXPECT_LT(scene_floor.position_x, 0.0f);
+    input_left_up(on(id).x, on(id).y);
+    EXPECT_EQ(node[id].grab_state, GRAB_HOVERED);
+}
+
+TEST(ViewModeGrab, an_object_that_is_not_hovered_yet_is_not_held) {
+    const MouseStage stage;
+    const std::int32_t id = stage_add(NODE_OBJECT, 0.0f, 0.0f);
+    stage_draw();
+    input_left_down(on(id).x, on(id).y);
+    EXPECT_EQ(node[id].grab_state, GRAB_IDLE);
+}
+
+TEST(ViewModeGrab, an_object_is_not_left_held_when_the_release_or_the_capture_is_lost) {
+    for (int loss = 0; loss < 3; loss++) {
+        const MouseStage stage;
+        const std::int32_t id = stage_add(NODE_OBJECT, 0.0f, 0.0f);
+        stage_draw();
+        node[id].grab_state = GRAB_HOVERED;
+        input_left_down(on(id).x, on(id).y);
+        if (loss == 0)
+            input_capture_lost();
+        else if (loss == 1)
+            input_focus_lost();
+        else
+            input_mouse_move(310, 200, 0); // the button is up
+        EXPECT_EQ(node[id].grab_state, GRAB_HOVERED) << loss;
+        EXPECT_EQ(scene_floor.drag_state, 0) << loss;
+        EXPECT_EQ(scene_floor.inertia_frames, 0) << loss;
+        EXPECT_FALSE(is_captured()) << loss;
+        const float before = scene_floor.position_x;
+        move(400, 300);
+        EXPECT_FLOAT_EQ(scene_floor.position_x, before) << loss;
+    }
+}
+
+// ---- navigation buttons
+
+TEST(NavigationClick, on_the_home_page_the_place_of_the_buttons_is_floor) {
+    const MouseStage stage;
+    open_mode = 1;
+    scene_floor.button[0].shown = scene_floor.button[1].shown = 1;
+    input_left_down(10, 10);
+    EXPECT_EQ(scene_floor.drag_state, 1);
+    EXPECT_EQ(open_mode, 1);
+}
+
+// The page below cannot be loaded: the message and the depth tell that going back was tried.
+TEST(NavigationClick, goes_back_and_leaves_align_and_link_mode_without_holding_anything) {
+    const MouseStage stage;
+    orvanel_options.good_graphics_card = 0; // no transitions: nothing to wait for
+    scene_stack_push();
+    scene_stack_push();
+    stage_draw();
+    app_align_mode = app_line_draw_mode = 1;
+    const NavigationButton &back = scene_floor.button[0];
+    ASSERT_EQ(back.shown, 1);
+#ifndef _WIN32
+    input_left_down(static_cast<std::int32_t>(back.x) + 5, static_cast<std::int32_t>(back.y) + 5);
+    EXPECT_FALSE(recorder.messages.empty());
+    EXPECT_EQ(app_align_mode, 0);
+    EXPECT_EQ(app_line_draw_mode, 0);
+    EXPECT_EQ(scene_floor.drag_state, 0);
+    EXPECT_FALSE(is_captured());
+#endif
+    scene_stack_depth = 0;
+    app_align_mode = app_line_draw_mode = 0;
+}
