@@ -164,6 +164,9 @@ TEST(RunAction, an_action_index_equal_to_the_count_returns_1_without_a_message) 
     const RunStage stage;
     const MessageScript script;
     const std::int32_t id = add(NODE_OBJECT, "A", "no-such-program-anywhere");
+    // A record of an earlier page still stands in the slot behind the last one in use.
+    action_allocate_action(&node[id].actions[1]);
+    text_copy(node[id].actions[1]->command, "no-such-program-either");
     EXPECT_EQ(1, run_action(id, 1));
     EXPECT_EQ(1, run_action(id, -1));
     EXPECT_EQ(1, run_action(id, NODE_ACTIONS));
@@ -216,6 +219,7 @@ TEST(RunAction, a_page_that_is_named_by_the_object_opens_the_stored_command) {
     RunStage stage;
     const MessageScript script;
     stage.folder.write("home.orvl", EMPTY_PAGE);
+    stage.folder.write("sub.orvl", EMPTY_PAGE);
     scene_load_page("home.orvl", "Home");
     // Only the substituted command ends in ".orvl"; what is opened is the command as stored.
     EXPECT_EQ(0, run_action(add(NODE_OBJECT, "sub.orvl", "$NAME"), 0));

@@ -387,5 +387,6 @@ TEST_F(FirstPages, nothing_is_renamed_where_a_new_home_page_stands_or_no_old_one
     pages.write("home.orvl", "new");
     startup_migrate_pages();
     EXPECT_EQ("old", pages.read("home.xml"));
+    EXPECT_TRUE(file_exists(pages.file("sub.xml").c_str()));
     EXPECT_EQ("new", pages.read("home.orvl"));
 }
