@@ -159,10 +159,9 @@ static void material_index_free(MaterialIndex *index) {
 }
 
 static std::int32_t material_index_search(const MaterialIndex *index, const char *name) {
-    const std::size_t length = std::strlen(name);
-    if (index->slot == nullptr || length > MATERIAL_NAME_SIZE)
+    if (index->slot == nullptr)
         return NO_MATERIAL;
-    return *find_slot(index, name, length);
+    return *find_slot(index, name, std::strlen(name));
 }
 
 // The greatest z is measured against the greatest y: page files in use rely on the boxes that come

@@ -92,6 +92,18 @@ TEST_F(ModelDraw, a_model_without_faces_draws_and_compiles_nothing) {
     EXPECT_EQ(gl_count_differing(0, 0, SIZE, SIZE, {0, 0, 0}, 0), 0);
 }
 
+TEST_F(ModelDraw, as_many_faces_are_drawn_as_the_total_says) {
+    load(TWO_SQUARES);
+    model.face_total = 0;
+    model_draw(&model);
+    EXPECT_EQ(gl_count_differing(0, 0, SIZE, SIZE, {0, 0, 0}, 0), 0);
+    model.face_total = 2;
+    model_draw(&model);
+    expect_pixel(left(), GREY_35, GREY_35, GREY_35);
+    expect_pixel(right(), 0, 0, 0);
+    model.face_total = 4;
+}
+
 TEST_F(ModelDraw, a_model_that_begins_without_material_is_of_the_darker_grey) {
     load(TWO_SQUARES);
     model_draw(&model);
@@ -218,6 +230,7 @@ TEST_F(ModelDraw, faces_of_fewer_than_three_corners_are_skipped) {
 
 TEST_F(ModelDraw, a_material_out_of_range_counts_as_none) {
     load(TWO_SQUARES);
+    give_materials(1);
     model.face[0].material_id = model.face[1].material_id = 5;
     model_draw(&model);
     expect_pixel(left(), GREY_35, GREY_35, GREY_35);

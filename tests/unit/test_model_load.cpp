@@ -322,6 +322,16 @@ TEST_F(ModelLoad, a_switch_of_material_in_the_line_of_a_position_is_both) {
     EXPECT_EQ(loaded.model.face_total, 1);
 }
 
+TEST_F(ModelLoad, statements_of_the_least_length_are_all_counted) {
+    std::string obj;
+    for (int i = 0; i < 3000; i++)
+        obj += i < 1000 ? "v \n" : i < 2000 ? "vn \n" : "f \n";
+    const LoadedModel loaded(obj);
+    EXPECT_EQ(loaded.model.vertex_total, 1000);
+    EXPECT_EQ(loaded.model.normal_total, 1000);
+    EXPECT_EQ(loaded.model.face_total, 1000);
+}
+
 // Switching among many materials must not cost their number times the number of the switches:
 // 100,000 of either would be 10^10 comparisons then, minutes.
 TEST_F(ModelLoad, many_switches_among_many_materials_are_quick) {

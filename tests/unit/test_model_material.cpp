@@ -140,7 +140,9 @@ TEST(Material, the_last_statement_counts_without_a_line_end) {
 }
 
 TEST(Material, a_key_counts_wherever_it_stands_in_its_line) {
+    expect_colour(only_material("\tKa 1 0.5 0.25\n").ambient, 1, 0.5f, 0.25f);
     expect_colour(only_material("\tKd 1 0.5 0.25\n").diffuse, 1, 0.5f, 0.25f);
+    expect_colour(only_material("\tKs 1 0.5 0.25\n").specular, 1, 0.5f, 0.25f);
     EXPECT_EQ(only_material("x illum 1\n").illum,
               0); // its value is taken from the seventh character
 }
