@@ -101,6 +101,18 @@ TEST_F(Font, characters_outside_32_to_127_are_left_out) {
     EXPECT_NEAR(raster_x() - before, font.width[int{'A'}] * 16.0f, 0.01f);
 }
 
+TEST_F(Font, characters_beyond_127_do_not_reach_the_lists_of_the_next_font) {
+    BitmapFont next = {};
+    font_load(&next, "Tahoma", 11, FONT_WEIGHT_BOLD);
+    ASSERT_EQ(next.list_base, font.list_base + 96);
+    glRasterPos2f(10.0f, 50.0f);
+    const float before = raster_x();
+    font_printf(&font, "\xa1\xb0\xdf"); // 'A', 'P' and the last of the other font's lists
+    EXPECT_EQ(raster_x(), before);
+    EXPECT_EQ(drawn_bounds(context, BLACK).count, 0);
+    font_unload(&next);
+}
+
 TEST_F(Font, a_null_format_draws_nothing) {
     const float before = raster_x();
     const char *const none = nullptr;

@@ -53,6 +53,16 @@ TEST_F(FontLists, letters_stand_on_the_baseline_and_are_as_high_as_asked_for) {
     EXPECT_LE(bounds.right, 20 + static_cast<int>(widths['H' - 32] * 16.0f));
 }
 
+TEST_F(FontLists, letters_stand_upright) {
+    ASSERT_EQ(font_lists_bitmaps("Tahoma", 40, FONT_WEIGHT_NORMAL, base, 32, 96, widths), 0);
+    glRasterPos2f(20.0f, 30.0f);
+    glCallList(base + 'L' - 32);
+    const DrawnBounds bounds = drawn_bounds(context, BLACK);
+    EXPECT_EQ(gl_pixel(bounds.right, bounds.bottom).red, 255) << "the foot";
+    EXPECT_EQ(gl_pixel(bounds.right, bounds.top).red, 0);
+    EXPECT_EQ(gl_pixel(bounds.left, bounds.top).red, 255) << "the stem";
+}
+
 TEST_F(FontLists, bold_letters_have_more_pixels_than_normal_ones) {
     ASSERT_EQ(font_lists_bitmaps("Tahoma", 12, FONT_WEIGHT_NORMAL, base, 32, 96, widths), 0);
     glRasterPos2f(20.0f, 30.0f);

@@ -191,11 +191,11 @@ TEST_F(SceneText, the_description_stands_below_the_name) {
 
 TEST_F(SceneText, the_text_sinks_as_far_as_the_object_rises) {
     use_texture_fonts(true);
-    Node &record = add(NODE_OBJECT, "Hello", "", 0.0f, 2.0f);
+    Node &record = add(NODE_OBJECT, "Hello", "", 0.0f, 9.6f);
     record.height = 30.0f;
     draw_names();
     EXPECT_NEAR(bounds_of_colour(context, WHITE).bottom + 1,
-                place(0.0, 0.4, scene_floor.distance - 92.0 - 30.0).y, 1.0);
+                place(0.0, 8.0, scene_floor.distance - 92.0 - 30.0).y, 1.0);
 }
 
 TEST_F(SceneText, only_objects_and_pages_have_names) {
