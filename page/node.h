@@ -8,7 +8,7 @@
 
 inline constexpr std::int32_t NODE_CAPACITY = 255;
 inline constexpr std::int32_t LINE_CAPACITY = 255;
-inline constexpr std::int32_t NODE_ACTIONS = 50;           // action slots of a node
+inline constexpr std::int32_t NODE_ACTIONS = 50;            // action slots of a node
 inline constexpr std::int32_t NODE_NAME_LENGTH = 30;        // characters copied into a name
 inline constexpr std::int32_t NODE_DESCRIPTION_LENGTH = 50; // characters copied into a description
 inline constexpr float NODE_REST_HEIGHT = 10.0f;
@@ -41,27 +41,27 @@ struct Node {
     std::int32_t model_id;   // index into models
     std::int32_t grab_state; // GrabState
     char name[31];
-    char description[65];  // or the text of a label
-    std::int32_t pick_id;  // name it is drawn under in selection mode, -2 = none
+    char description[65];       // or the text of a label
+    std::int32_t pick_id;       // name it is drawn under in selection mode, -2 = none
     std::int32_t bounce_active; // BounceState
     std::int32_t bounce_step;   // frames of the effect
     float x, y;                 // position on the floor, floor units
     float height;               // above the floor's drawing plane, floor units
     float scale;
-    float grab_x, grab_y;             // position at the last grab
-    float move_dx, move_dy;           // displacement of a whole push, floor units
-    std::int32_t move_frames;         // frames of pushing left
-    std::int32_t collision_with;      // node that pushed this one in the current step, -1 = none
-    float inertia_dx, inertia_dy;     // floor units a frame
-    std::int32_t inertia_frames;      // frames of coasting left
-    float dimensions[6];              // indexed by NodeExtent, floor units
-    float angle, angle_target;        // spin about x and about y, degrees in 0..360
+    float grab_x, grab_y;                // position at the last grab
+    float move_dx, move_dy;              // displacement of a whole push, floor units
+    std::int32_t move_frames;            // frames of pushing left
+    std::int32_t collision_with;         // node that pushed this one in the current step, -1 = none
+    float inertia_dx, inertia_dy;        // floor units a frame
+    std::int32_t inertia_frames;         // frames of coasting left
+    float dimensions[6];                 // indexed by NodeExtent, floor units
+    float angle, angle_target;           // spin about x and about y, degrees in 0..360
     float rotation_speed, rotation_step; // spin speeds about x and about y, degrees a frame
-    std::int32_t label_depth;         // depth offset of a grabbed label
-    std::int32_t fade_state;          // 0 none, 1 fading in, 2 fading out
-    float alpha;                      // opacity, 0..1
-    Action *actions[NODE_ACTIONS];    // owned; null = slot never used
-    std::int32_t action_count;        // slots 0 .. action_count - 1 are in use
+    std::int32_t label_depth;            // depth offset of a grabbed label
+    std::int32_t fade_state;             // 0 none, 1 fading in, 2 fading out
+    float alpha;                         // opacity, 0..1
+    Action *actions[NODE_ACTIONS];       // owned; null = slot never used
+    std::int32_t action_count;           // slots 0 .. action_count - 1 are in use
 };
 
 struct Line {
@@ -80,8 +80,8 @@ extern std::int32_t line_total; // live entries of line
 // start-up only.
 void node_init_nodes();
 
-// Brings one entry to its defaults. type, model_id, texts, position, move_dx/dy, label_depth and the
-// action slots stay, so that records of an earlier page are reused.
+// Brings one entry to its defaults. type, model_id, texts, position, move_dx/dy, label_depth and
+// the action slots stay, so that records of an earlier page are reused.
 void node_init_node(std::int32_t id);
 
 void node_init_node_actions(Node *record); // all slots null, nothing is freed
@@ -94,7 +94,8 @@ std::int32_t node_return_id(const char *name);
 // Copies the extents of the node's model.
 void node_set_model_dimensions(std::int32_t id);
 
-// Copies a node, actions included; slots of the target beyond the source's count keep their records.
+// Copies a node, actions included; slots of the target beyond the source's count keep their
+// records.
 void node_copy_node(std::int32_t target, std::int32_t source);
 void node_copy_node2(Node *target, const Node *source);
 

@@ -21,6 +21,7 @@ std::uint32_t timer_get_time_ms(const Timer *timer) {
     if (!timer->high_resolution)
         return clock_milliseconds() - timer->start_millis;
     const double ticks = static_cast<double>(clock_ticks() - timer->start_ticks);
-    const double milliseconds = ticks * static_cast<double>(timer->period) * MILLISECONDS_PER_SECOND;
+    const double milliseconds =
+        ticks * static_cast<double>(timer->period) * MILLISECONDS_PER_SECOND;
     return static_cast<std::uint32_t>(static_cast<std::int64_t>(milliseconds));
 }

@@ -45,10 +45,10 @@ step() { # name, command…
     fi
 }
 
-run_ctest() { # preset
+run_ctest() { # preset, programs at a time
     build_variant "$1" || { echo failed >"$reports/build-$1.step"; return; }
     rm -f build/"$1"/reports/*.xml
-    ctest --test-dir "build/$1" --output-junit "$reports/ctest-$1.xml" -j "$jobs" \
+    ctest --test-dir "build/$1" --output-junit "$reports/ctest-$1.xml" -j "$2" \
         --output-on-failure --no-tests=error >"$reports/ctest-$1.log" 2>&1 ||
         grep -E 'FAILED|Failed|\*\*\*|Failure|error:|ERROR: ' "$reports/ctest-$1.log" | head -60
 }
@@ -80,12 +80,13 @@ if wants checks; then
 fi
 if wants native; then
     say "Core, native, with sanitizers"
-    run_ctest native
+    run_ctest native "$jobs"
 fi
 for variant in win64 win32; do
     if wants $variant; then
         say "Windows programs under Wine, $variant"
-        run_ctest $variant
+        # One at a time: they share one desktop, with one foreground window.
+        run_ctest $variant 1
     fi
 done
 if wants fuzz; then

@@ -194,7 +194,8 @@ int font_lists_outlines(const char *face, std::int32_t, std::int32_t weight,
     const double scale = 1.0 / open.face->units_per_EM;
     for (std::int32_t i = 0; i < count; i++) {
         const bool loaded =
-            FT_Load_Char(open.face, static_cast<FT_ULong>(first) + static_cast<FT_ULong>(i), FT_LOAD_NO_SCALE) == 0;
+            FT_Load_Char(open.face, static_cast<FT_ULong>(first) + static_cast<FT_ULong>(i),
+                         FT_LOAD_NO_SCALE) == 0;
         glNewList(list_base + static_cast<std::uint32_t>(i), GL_COMPILE);
         if (loaded) {
             metrics[i] = outline_metrics(open.face->glyph->metrics, scale);
