@@ -1,6 +1,7 @@
 #include "page/overlap_index.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <iterator>
@@ -128,11 +129,18 @@ static void take_out(std::int32_t id) {
     enter_strips(row_members, &entries[id].rows, NO_STRIPS, id);
 }
 
-// Compared as bytes, so that a position that is not a number is not taken for a new one each time.
+// Compared bit by bit, so that a position that is not a number is not taken for a new one each
+// time.
+static bool is_same(float a, float b) {
+    return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b);
+}
+
 static bool is_up_to_date(const Entry &entry, const Node &record) {
-    return std::memcmp(&entry.source[0], &record.x, sizeof record.x) == 0 &&
-           std::memcmp(&entry.source[1], &record.y, sizeof record.y) == 0 &&
-           std::memcmp(&entry.source[2], record.dimensions, 4 * sizeof(float)) == 0;
+    return is_same(entry.source[0], record.x) && is_same(entry.source[1], record.y) &&
+           is_same(entry.source[2], record.dimensions[0]) &&
+           is_same(entry.source[3], record.dimensions[1]) &&
+           is_same(entry.source[4], record.dimensions[2]) &&
+           is_same(entry.source[5], record.dimensions[3]);
 }
 
 static void update(std::int32_t id) {
