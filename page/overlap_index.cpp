@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <cstring>
 #include <iterator>
 
 // The floor is cut into strips along each axis. A node is entered in every strip its box touches;
