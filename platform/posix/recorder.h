@@ -20,12 +20,18 @@ struct RecordedStart {
     std::string command_line;
 };
 
+struct RecordedMenu {
+    std::int32_t type; // MenuType
+    std::int32_t node; // -1 = none
+};
+
 struct Recorder {
     std::vector<RecordedMessage> messages;
     std::vector<MessageAnswer> answers; // given in turn; then Ok or Cancel, whichever the box has
     std::vector<RecordedStart> starts;
     int (*start_result)(const RecordedStart &start); // null = every start succeeds
     std::string browser_command;                     // empty = there is no such registry key
+    std::vector<RecordedMenu> menus;                 // shown, and closed without a choice
 
     std::int32_t swaps, invalidations, toggles; // calls so far
     bool minimised, background;                 // state of the imagined window
