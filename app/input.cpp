@@ -1,6 +1,7 @@
 #include "app/input.h"
 
 #include "actions/misc.h"
+#include "editing/undo.h"
 #include "page/node.h"
 #include "page/options.h"
 #include "platform/message.h"
@@ -25,12 +26,18 @@ static void scroll(float x, float y) {
     scene_floor.position_y += y;
 }
 
+void input_leave_page(void (*go)()) {
+    go();
+    if (app_mode != APP_EDIT)
+        undo_reset();
+}
+
 static void press(std::int32_t code) {
     switch (code) {
     case KEY_BACKSPACE:
         scene_prepare_for_menu_activation();
         app_line_draw_mode = 0;
-        scene_page_back();
+        input_leave_page(scene_page_back);
         reset_frame_timer();
         break;
     case KEY_ESCAPE:

@@ -29,6 +29,10 @@ void input_focus_lost(); // keys released elsewhere are not heard of: all count 
 void input_wheel(std::int32_t delta); // above 0 = away from the user
 void input_double_click(std::int32_t x, std::int32_t y);
 
+// Goes to another page. The history of changes ends with the page it belongs to; a user who would
+// rather stay and go on editing keeps it.
+void input_leave_page(void (*go)());
+
 // Index of the node under a position, a NavigationId, or PICK_NOTHING.
 std::int32_t input_target(std::int32_t x, std::int32_t y);
 

@@ -142,10 +142,7 @@ static void navigate(std::int32_t button) {
     window_release_mouse();
     app_align_mode = 0;
     app_line_draw_mode = 0;
-    if (button == NAVIGATION_BACK)
-        scene_page_back();
-    else
-        scene_page_back_home();
+    input_leave_page(button == NAVIGATION_BACK ? scene_page_back : scene_page_back_home);
     open_mode = 0;
     reset_frame_timer();
 }

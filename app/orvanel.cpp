@@ -4,6 +4,7 @@
 #include "app/main_window.h"
 #include "app/mouse_trails.h"
 #include "app/startup.h"
+#include "editing/clipboard.h"
 #include "platform/clock.h"
 #include "platform/network.h"
 #include "scene/frame_clock.h"
@@ -110,6 +111,7 @@ static int run_in_window(const char *command_line) {
     if (result == PAGE_LOADED) {
         scene_invalidate_floor();
         main_window_update();
+        clipboard_used = CLIPBOARD_EMPTY;
         exit_code = run_main_loop();
     } else {
         startup_report_page(result);

@@ -2,6 +2,8 @@
 
 #include "actions/misc.h"
 #include "assets/model.h"
+#include "editing/clipboard.h"
+#include "editing/undo.h"
 #include "page/node.h"
 #include "page/options.h"
 #include "platform/console.h"
@@ -178,6 +180,8 @@ void startup_modules() {
     scene_floor_init();
     scene_invalidate_floor();
     node_init_effects();
+    clipboard_init();
+    undo_init();
     console_printf("exe location:  '%s'", exe_location);
     console_printf("obj location:  '%s'", object_dir_location);
     console_printf("template location: '%s'", page_template_dir_location);
@@ -212,6 +216,8 @@ void startup_report_page(std::uint32_t result) {
 }
 
 void startup_stop_modules() {
+    undo_stop();
+    clipboard_stop();
     scene_stop();
     node_free_nodes();
     template_object_free();
