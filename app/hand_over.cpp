@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cstring>
 
+static char kept[HAND_OVER_SIZE]; // empty = none
+
 bool hand_over_write(const char *command_line, char (&path)[HAND_OVER_SIZE]) {
     std::memset(path, 0, sizeof path); // all of it is sent
     if (!startup_names_page(command_line))
@@ -24,4 +26,14 @@ bool hand_over_read(std::uintptr_t id, const void *data, std::size_t size,
     std::memcpy(path, text, length);
     path[length] = '\0';
     return length > 0;
+}
+
+void hand_over_keep(const char *path) {
+    text_copy(kept, path);
+}
+
+bool hand_over_take(char (&path)[HAND_OVER_SIZE]) {
+    text_copy(path, kept);
+    kept[0] = '\0';
+    return path[0] != '\0';
 }

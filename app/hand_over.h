@@ -16,3 +16,9 @@ bool hand_over_write(const char *command_line, char (&path)[HAND_OVER_SIZE]);
 // none, perhaps without a terminator. False when there is nothing to open.
 bool hand_over_read(std::uintptr_t id, const void *data, std::size_t size,
                     char (&path)[HAND_OVER_SIZE]);
+
+// The message may arrive while a dialog, a menu or a question is open, or before everything is
+// started. The page shown must not be exchanged under any of them: the path is kept until the main
+// loop takes it. Of several the last one counts.
+void hand_over_keep(const char *path);
+bool hand_over_take(char (&path)[HAND_OVER_SIZE]); // false when none is kept

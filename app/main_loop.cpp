@@ -1,8 +1,10 @@
 #include "app/main_loop.h"
 
+#include "app/hand_over.h"
 #include "platform/clock.h"
 #include "scene/frame_clock.h"
 #include "scene/scene.h"
+#include "scene/scene_page.h"
 
 static constexpr std::int32_t FRAMES_WITHOUT_DRAWING = 25; // then a repaint is forced
 static constexpr std::uint32_t IDLE_SLEEP = 1;             // milliseconds
@@ -38,8 +40,17 @@ static void catch_up() {
     }
 }
 
+static void open_handed_over_page() {
+    char path[HAND_OVER_SIZE];
+    if (!hand_over_take(path))
+        return;
+    scene_open_handed_over_page(path);
+    reset_frame_timer();
+}
+
 void main_loop_pass() {
     bool idle = true;
+    open_handed_over_page();
     sys_time_ms = timer_get_time_ms(&frame_timer);
     if (timer_is_before(next_mouse_timer, sys_time_ms)) {
         next_mouse_timer += HOVER_TEST_MILLISECONDS;

@@ -7,6 +7,7 @@
 #include "editing/clipboard.h"
 #include "platform/clock.h"
 #include "platform/network.h"
+#include "platform/process.h"
 #include "scene/frame_clock.h"
 #include "scene/gl_window.h"
 #include "scene/interaction.h"
@@ -20,27 +21,12 @@
 #include <cstdlib>
 
 static constexpr int EXIT_FAILED_TO_START = 1;
-static constexpr UINT HAND_OVER_TIMEOUT = 30'000; // milliseconds; the other instance may be asking
-
-#ifndef LOAD_LIBRARY_SEARCH_SYSTEM32
-#define LOAD_LIBRARY_SEARCH_SYSTEM32 0x00000800
-#endif
-
-// Libraries come from the system's folder only: one that was put beside the program or into the
-// current folder is never loaded. The second call is missing from older systems.
-static void restrict_libraries() {
-    SetDllDirectoryA("");
-    using SetDirectories = BOOL(WINAPI *)(DWORD flags);
-    const auto set_directories = reinterpret_cast<SetDirectories>(reinterpret_cast<void *>(
-        GetProcAddress(GetModuleHandleA("kernel32.dll"), "SetDefaultDllDirectories")));
-    if (set_directories != nullptr)
-        set_directories(LOAD_LIBRARY_SEARCH_SYSTEM32);
-}
+static constexpr UINT HAND_OVER_TIMEOUT = 30'000; // milliseconds; the other may be in a transition
 
 static void hand_over(HWND other, const char *command_line) {
     if (IsIconic(other))
         ShowWindow(other, SW_RESTORE);
-    SetForegroundWindow(other);
+    SetForegroundWindow(GetLastActivePopup(other)); // a dialog that is open stays in front
     char path[HAND_OVER_SIZE];
     if (!hand_over_write(command_line, path))
         return;
@@ -123,7 +109,7 @@ static int run_in_window(const char *command_line) {
 }
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR command_line, int) {
-    restrict_libraries();
+    process_restrict_libraries();
     const HWND other = FindWindowA(MAIN_WINDOW_CLASS, nullptr);
     if (other != nullptr) {
         hand_over(other, command_line);

@@ -4,7 +4,6 @@
 #include "scene/frame_clock.h"
 #include "scene/interaction.h"
 #include "scene/scene.h"
-#include "scene/scene_page.h"
 
 #include <windowsx.h>
 
@@ -22,10 +21,8 @@ static void take_page(HWND window, const COPYDATASTRUCT *message) {
     if (message == nullptr ||
         !hand_over_read(message->dwData, message->lpData, message->cbData, path))
         return;
-    SetForegroundWindow(window);
-    ReplyMessage(0); // the path is ours now: the other instance need not watch the page open
-    scene_open_handed_over_page(path);
-    reset_frame_timer();
+    SetForegroundWindow(GetLastActivePopup(window)); // a dialog of ours keeps the keyboard
+    hand_over_keep(path);
     scene_request_redraw();
 }
 

@@ -12,6 +12,10 @@ int process_start(const char *application, const char *command_line);
 // Hands a document, folder or address to the shell with the verb "open". 0 opened, 1 refused.
 int shell_open(const char *target);
 
+// From now on libraries come from the system's folder only: one that was put beside the program or
+// into the current folder is never loaded. Nothing to do on the posix side.
+void process_restrict_libraries();
+
 // Switches the system's "no disk in drive" dialogs off while alive.
 struct CriticalErrorsOff {
     unsigned previous;

@@ -26,6 +26,9 @@ complain "A source includes its own header first:" "$(
         first=$(grep -m1 '#include' "$source")
         [ "$first" = "#include \"$header\"" ] || echo "$source: $first"
     done)"
+complain "The first thing the program does is to restrict where libraries come from:" "$(
+    grep -A1 '^int WINAPI WinMain' app/orvanel.cpp | sed 1d |
+        grep -v 'process_restrict_libraries();')"
 complain "Every header compiles alone:" "$(
     for header in $(echo "$product" | grep '\.h$' | grep -vE 'win32/|gl_window|main_window'); do
         echo "#include \"$header\"" |

@@ -16,6 +16,8 @@ int shell_open(const char *target) {
     return record({true, "", target});
 }
 
+void process_restrict_libraries() {}
+
 CriticalErrorsOff::CriticalErrorsOff() : previous(0) {}
 
 CriticalErrorsOff::~CriticalErrorsOff() {}

@@ -14,6 +14,20 @@ static constexpr char BROWSER_KEY[] = "HTTP\\shell\\open\\command";
 static constexpr DWORD REGISTRY_VALUE_LIMIT = 1u << 16; // bytes; longer values are no command
 static constexpr INT_PTR SHELL_ERROR_MAX = 32;          // ShellExecute reports success above it
 
+#ifndef LOAD_LIBRARY_SEARCH_SYSTEM32
+#define LOAD_LIBRARY_SEARCH_SYSTEM32 0x00000800
+#endif
+
+// The second call is missing from older systems.
+void process_restrict_libraries() {
+    SetDllDirectoryA("");
+    using SetDirectories = BOOL(WINAPI *)(DWORD flags);
+    const auto set_directories = reinterpret_cast<SetDirectories>(reinterpret_cast<void *>(
+        GetProcAddress(GetModuleHandleA("kernel32.dll"), "SetDefaultDllDirectories")));
+    if (set_directories != nullptr)
+        set_directories(LOAD_LIBRARY_SEARCH_SYSTEM32);
+}
+
 int process_start(const char *application, const char *command_line) {
     std::string writable = command_line; // the system may write into it
     STARTUPINFOA startup{};

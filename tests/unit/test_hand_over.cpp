@@ -30,7 +30,7 @@ TEST(HandOver, a_page_file_is_handed_over_with_all_of_the_message_defined) {
     EXPECT_EQ(261u, HAND_OVER_SIZE);
 }
 
-TEST(HandOver, any_other_argument_only_brings_the_first_instance_forward) {
+TEST(HandOver, with_any_other_argument_there_is_nothing_to_hand_over) {
     char path[HAND_OVER_SIZE];
     EXPECT_FALSE(hand_over_write("", path));
     EXPECT_FALSE(hand_over_write("something else", path));
@@ -93,4 +93,15 @@ TEST(HandOver, no_data_no_length_and_an_empty_text_open_nothing) {
     EXPECT_FALSE(taken(HAND_OVER_ID, "", &path));
     EXPECT_FALSE(taken(HAND_OVER_ID, std::string(261, '\0'), &path));
     EXPECT_EQ("", path);
+}
+
+TEST(HandOver, a_page_is_kept_until_it_is_taken_once) {
+    char path[HAND_OVER_SIZE];
+    EXPECT_FALSE(hand_over_take(path));
+    EXPECT_STREQ("", path);
+    hand_over_keep("first.orvl");
+    hand_over_keep("second.orvl");
+    EXPECT_TRUE(hand_over_take(path));
+    EXPECT_STREQ("second.orvl", path);
+    EXPECT_FALSE(hand_over_take(path));
 }

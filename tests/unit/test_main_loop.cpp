@@ -1,10 +1,16 @@
 #include "app/main_loop.h"
 
+#include "app/hand_over.h"
+#include "page/options.h"
+#include "platform/locations.h"
+#include "platform/text.h"
 #include "scene/frame_clock.h"
 #include "scene/interaction.h"
 #include "scene/scene.h"
+#include "scene/scene_page.h"
 #include "tests/support/manual_clock.h"
 #include "tests/support/scene_stage.h"
+#include "tests/support/test_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -127,7 +133,8 @@ TEST(MainLoop, the_hover_test_runs_every_100_milliseconds) {
     EXPECT_EQ(10, tests);
 }
 
-TEST(MainLoop, with_the_system_clock_stalled_the_hover_test_still_follows_the_frame_timer) {
+TEST(MainLoop,
+     with_the_system_clock_stalled_the_hover_test_still_runs_every_100_ms_of_the_frame_timer) {
     const LoopStage stage;
     start_clock(true);
     manual_clock_stall_system_clock(true);
@@ -184,4 +191,42 @@ TEST(MainLoop, the_clock_may_wrap_while_it_runs) {
     main_loop_pass();
     EXPECT_EQ(1, frames());
     EXPECT_EQ(9u, next_frame_timer);
+}
+
+struct HandOverStage {
+    TestFolder pages;
+    const LoopStage stage;
+
+    HandOverStage() {
+        for (const char *name : {"home.orvl", "other.orvl"})
+            pages.write(name, "<page>\n<offv>004</offv>\n</page>\n");
+        orvanel_options.good_graphics_card = 0; // no transitions: nothing to wait for
+        text_copy(page_dir_location, pages.path);
+        EXPECT_EQ(PAGE_LOADED, scene_load_page("home.orvl", "Home"));
+        scene_floor.inertia_frames = MANY_FRAMES;
+    }
+    ~HandOverStage() {
+        scene_stack_depth = 0;
+        open_mode = 0;
+    }
+};
+
+TEST(MainLoop, a_page_that_was_handed_over_is_opened_once_on_the_next_pass) {
+    const HandOverStage stage;
+    hand_over_keep("other.orvl");
+    main_loop_pass();
+    EXPECT_STREQ("other.orvl", scene_page_file_name);
+    EXPECT_EQ(1, scene_stack_depth);
+    ASSERT_EQ(PAGE_LOADED, scene_load_page("home.orvl", "Home"));
+    main_loop_pass();
+    EXPECT_STREQ("home.orvl", scene_page_file_name);
+}
+
+TEST(MainLoop, time_lost_in_opening_a_page_handed_over_is_not_caught_up) {
+    const HandOverStage stage;
+    hand_over_keep("home.orvl");
+    manual_clock_advance(60'000);
+    main_loop_pass();
+    EXPECT_STREQ("home.orvl", scene_page_file_name);
+    EXPECT_EQ(0, frames());
 }

@@ -1,5 +1,6 @@
 #include "app/hand_over.h"
 #include "app/input.h"
+#include "app/main_loop.h"
 #include "page/node.h"
 #include "page/options.h"
 #include "platform/clock.h"
@@ -12,12 +13,18 @@
 
 #include <gtest/gtest.h>
 
-static LRESULT hand_over(ULONG_PTR id, const char *text, DWORD size) {
+static LRESULT send_page(ULONG_PTR id, const char *text, DWORD size) {
     COPYDATASTRUCT data = {};
     data.dwData = id;
     data.cbData = size;
     data.lpData = const_cast<char *>(text);
     return SendMessageA(hWnd, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
+}
+
+static LRESULT hand_over(ULONG_PTR id, const char *text, DWORD size) {
+    const LRESULT result = send_page(id, text, size);
+    main_loop_pass();
+    return result;
 }
 
 TEST(WindowProcedure, the_window_has_the_class_title_and_size_of_the_rule) {
@@ -30,6 +37,7 @@ TEST(WindowProcedure, the_window_has_the_class_title_and_size_of_the_rule) {
     EXPECT_EQ(wanted, window_class.style & wanted);
     EXPECT_EQ(GetStockObject(BLACK_BRUSH), window_class.hbrBackground);
     EXPECT_EQ(nullptr, window_class.lpszMenuName);
+    EXPECT_EQ(LoadCursorA(nullptr, IDC_ARROW), window_class.hCursor);
     RECT client;
     GetClientRect(hWnd, &client);
     EXPECT_EQ(scene_floor.window_width, client.right);
@@ -189,6 +197,28 @@ TEST(WindowProcedure, a_page_handed_over_opens_above_the_home_page) {
     EXPECT_EQ(1, open_mode);
     EXPECT_EQ(0, hand_over(HAND_OVER_ID, "home.orvl", 10));
     EXPECT_STREQ("home.orvl", scene_page_file_name);
+}
+
+TEST(WindowProcedure, a_page_handed_over_while_a_dialog_or_menu_is_open_waits_for_the_main_loop) {
+    const RealWindow window;
+    send_page(HAND_OVER_ID, "sub.orvl", 9);
+    handle_messages(); // as the loop of a dialog does
+    EXPECT_STREQ("home.orvl", scene_page_file_name);
+    main_loop_pass();
+    EXPECT_STREQ("sub.orvl", scene_page_file_name);
+}
+
+TEST(WindowProcedure, a_page_handed_over_before_everything_is_started_does_no_harm) {
+    ASSERT_EQ(0, (RealWindow(), 0)); // registers the class
+    options_set_defaults();
+    ASSERT_EQ(0, main_window_create());
+    send_page(HAND_OVER_ID, "sub.orvl", 9);
+    handle_messages();
+    EXPECT_EQ(0, scene_stack_depth);
+    char path[HAND_OVER_SIZE];
+    EXPECT_TRUE(hand_over_take(path));
+    EXPECT_STREQ("sub.orvl", path);
+    main_window_destroy();
 }
 
 TEST(WindowProcedure, a_page_that_cannot_be_loaded_is_reported_and_the_home_page_stays) {
