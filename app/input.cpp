@@ -84,6 +84,7 @@ void input_key_down(std::int32_t code) {
 void input_key_up(std::int32_t code) {
     if (is_key(code))
         keys[code] = 0;
+    scene_request_redraw();
 }
 
 void input_focus_lost() {
@@ -110,8 +111,10 @@ std::int32_t input_target(std::int32_t x, std::int32_t y) {
 }
 
 static void run_first_action(std::int32_t id) {
+    // As it was when the user clicked: a program that starts takes the keyboard away.
+    const bool shift = keys[KEY_SHIFT] != 0;
     if (orvanel_options.action_double_click_run == 1 && run_action(id, 0) == 0 &&
-        orvanel_options.action_exit_action_1 == 1 && keys[KEY_SHIFT] == 0)
+        orvanel_options.action_exit_action_1 == 1 && !shift)
         window_quit(0);
     // The program that was started has taken the keyboard and will hear the key come up.
     keys[KEY_SHIFT] = 0;

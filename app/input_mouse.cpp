@@ -186,6 +186,7 @@ void input_left_up(std::int32_t x, std::int32_t y) {
 
 void input_button_up(std::int32_t button) {
     mouse.flags &= ~button;
+    scene_request_redraw();
 }
 
 void input_capture_lost() {

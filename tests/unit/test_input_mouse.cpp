@@ -1,6 +1,8 @@
 #include "app/input.h"
 
 #include "page/options.h"
+#include "platform/locations.h"
+#include "platform/text.h"
 #include "scene/frame_clock.h"
 #include "scene/gl_util.h"
 #include "scene/interaction.h"
@@ -8,6 +10,7 @@
 #include "scene/scene_page.h"
 #include "tests/support/manual_clock.h"
 #include "tests/support/scene_stage.h"
+#include "tests/support/test_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -281,4 +284,41 @@ TEST(NavigationClick, goes_back_and_leaves_align_and_link_mode_without_holding_a
 #endif
     scene_stack_depth = 0;
     app_align_mode = app_line_draw_mode = 0;
+}
+
+TEST(NavigationClick, the_home_button_leads_from_a_page_handed_over_to_the_home_page) {
+    TestFolder pages;
+    for (const char *name : {"home.orvl", "other.orvl"})
+        pages.write(name, "<page>\n<offv>004</offv>\n</page>\n");
+    const MouseStage stage;
+    orvanel_options.good_graphics_card = 0; // no transitions: nothing to wait for
+    text_copy(page_dir_location, pages.path);
+    ASSERT_EQ(PAGE_LOADED, scene_load_page("home.orvl", "Home"));
+    scene_open_handed_over_page("other.orvl");
+    ASSERT_EQ(1, open_mode);
+    stage_draw();
+    const NavigationButton &home = scene_floor.button[1];
+    ASSERT_EQ(home.shown, 1);
+    input_left_down(static_cast<std::int32_t>(home.x) + 5, static_cast<std::int32_t>(home.y) + 5);
+    EXPECT_STREQ("home.orvl", scene_page_file_name);
+    EXPECT_EQ(0, scene_stack_depth);
+    EXPECT_EQ(0, open_mode);
+    EXPECT_EQ(0, scene_floor.drag_state);
+}
+
+TEST(NavigationClick, a_double_click_on_a_button_does_not_maximise_the_window) {
+    const MouseStage stage;
+    scene_stack_push();
+    stage_draw();
+    const NavigationButton &back = scene_floor.button[0];
+    ASSERT_EQ(back.shown, 1);
+    input_double_click(static_cast<std::int32_t>(back.x) + 5,
+                       static_cast<std::int32_t>(back.y) + 5);
+    EXPECT_EQ(1, scene_stack_depth);
+#ifdef _WIN32
+    EXPECT_FALSE(IsZoomed(static_cast<HWND>(window_attached())));
+#else
+    EXPECT_EQ(0, recorder.toggles);
+#endif
+    scene_stack_depth = 0;
 }

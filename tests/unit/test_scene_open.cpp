@@ -52,6 +52,13 @@ struct SceneOpenTest : testing::Test {
     }
 };
 
+// Of the last message box; only the posix side knows.
+static void expect_exclamation() {
+#ifndef _WIN32
+    EXPECT_EQ(recorder.messages.back().icon, MessageIcon::Exclamation);
+#endif
+}
+
 // ---- opening a sub-page
 
 TEST_F(SceneOpenTest, a_sub_page_opens_as_a_new_level_at_the_initial_zoom) {
@@ -76,6 +83,7 @@ TEST_F(SceneOpenTest, with_20_levels_open_one_more_shows_the_message_and_keeps_t
     ASSERT_EQ(script.shown().size(), 1u);
     EXPECT_EQ(script.shown()[0].text, "The maximum number of page levels has been reached.");
     EXPECT_EQ(script.shown()[0].caption, "Orvanel");
+    expect_exclamation();
     EXPECT_STREQ(scene_page_title, "One");
     EXPECT_EQ(scene_stack_depth, 20);
 }
@@ -96,10 +104,13 @@ TEST_F(SceneOpenTest, a_sub_page_that_cannot_be_loaded_shows_the_message_and_ret
         if (each.bytes != nullptr)
             folder.write("broken.orvl", each.bytes);
         MessageScript script;
+        open_mode = 1;
         EXPECT_EQ(load_page("broken.orvl", "Broken"), 0);
         ASSERT_EQ(script.shown().size(), 1u);
         EXPECT_EQ(script.shown()[0].text, each.text);
         EXPECT_EQ(script.shown()[0].caption, "Orvanel");
+        expect_exclamation();
+        EXPECT_EQ(open_mode, 0);
         EXPECT_EQ(scene_stack_depth, 0);
         EXPECT_STREQ(scene_page_title, "Home");
     }
@@ -177,6 +188,7 @@ TEST_F(SceneOpenTest, a_handed_over_page_that_fails_shows_one_text_and_returns_t
     ASSERT_EQ(script.shown().size(), 1u);
     EXPECT_EQ(script.shown()[0].text, "Failed to load page file.");
     EXPECT_EQ(script.shown()[0].caption, "Orvanel");
+    expect_exclamation();
     EXPECT_EQ(scene_stack_depth, 0);
     EXPECT_STREQ(scene_page_title, "Home");
     EXPECT_EQ(open_mode, 1);
