@@ -134,12 +134,24 @@ static std::int32_t search_disks(const char *file_name, char (&found_path)[PATH_
     return 1;
 }
 
+// A program name in quotes is taken out of them first: splitting does not know quotes.
+static void split_command(const char *command, char (&program)[PATH_SIZE],
+                          char (&arguments)[PATH_SIZE]) {
+    const char *closing = command[0] == '"' ? std::strchr(command + 1, '"') : nullptr;
+    if (closing == nullptr) {
+        command_line_seperate(command, program, arguments);
+        return;
+    }
+    text_copy_limit(program, static_cast<std::size_t>(closing - command - 1), command + 1);
+    text_copy(arguments, closing[1] == ' ' ? closing + 2 : closing + 1);
+}
+
 // Looks for a bare program name on the disks and starts it. 0 started, 1 not found or not
 // startable.
 static int search_and_start(const char *command) {
     char program[PATH_SIZE];
     char arguments[PATH_SIZE];
-    command_line_seperate(command, program, arguments);
+    split_command(command, program, arguments);
     if (std::strchr(program, '.') == nullptr)
         text_append(program, ".exe");
     char found_path[PATH_SIZE];

@@ -352,6 +352,20 @@ TEST(RunProgram, a_found_path_without_a_blank_stands_unquoted_before_its_argumen
     EXPECT_EQ("c:\\tools\\tool.com -a \"b c\"", recorder.starts[1].command_line);
 }
 
+TEST(RunProgram, a_bare_name_in_quotes_is_searched_for_without_them) {
+    Disks disks;
+    folder_create("c:\\tools");
+    file_create_text("c:\\tools\\my tool.exe", "");
+    recorder.start_result = only_found_programs_start;
+    for (const char *command : {"\"my tool\" -a \"b c\"", "\"my tool.exe\"-a \"b c\""}) {
+        EXPECT_EQ(0, run_program(command));
+        EXPECT_EQ("c:\\tools\\my tool.exe", recorder.starts.back().application);
+        EXPECT_EQ("\"c:\\tools\\my tool.exe\" -a \"b c\"", recorder.starts.back().command_line);
+    }
+    EXPECT_EQ(1, run_program("\"my tool -a")); // nobody closed it: only the shell is left
+    EXPECT_TRUE(recorder.starts.back().through_shell);
+}
+
 TEST(RunProgram, the_disks_are_searched_in_their_order) {
     Disks disks;
     for (const char *folder : {"c:\\program files", "d:\\program files", "c:\\x", "d:\\x"})
