@@ -1,5 +1,6 @@
 #include "actions/misc.h"
 
+#include "platform/letters.h"
 #include "platform/text.h"
 
 #include <algorithm>
@@ -8,6 +9,7 @@
 #include <string_view>
 
 static constexpr std::string_view PAGE_EXTENSION = ".orvl";
+static constexpr char POUND_SIGN = '\xa3'; // dropped even where a code page has a letter there
 static constexpr std::size_t PATH_LENGTH = PATH_SIZE - 1;
 static constexpr std::size_t TITLE_LENGTH = PAGE_TITLE_SIZE - 1;
 
@@ -68,14 +70,6 @@ std::int32_t change_file_extensions(const char *folder, const char *old_extensio
     });
 }
 
-static bool is_lower(char character) {
-    return character >= 'a' && character <= 'z';
-}
-
-static bool is_upper(char character) {
-    return character >= 'A' && character <= 'Z';
-}
-
 static bool is_digit(char character) {
     return character >= '0' && character <= '9';
 }
@@ -85,13 +79,12 @@ static bool is_path(std::string_view name) {
            (name.size() > 1 && name[1] == ':');
 }
 
-// Only what every code page and file system agrees on is kept.
 static std::string safe_characters(std::string_view name) {
     std::string safe;
     for (const char character : name) {
         if (character == ' ' || character == '.')
             safe += '_';
-        else if (is_lower(character) || is_upper(character) || is_digit(character) ||
+        else if ((letter_is(character) && character != POUND_SIGN) || is_digit(character) ||
                  character == '_')
             safe += character;
     }
@@ -127,8 +120,8 @@ void generate_page_name_from_file_name(const char *path, char (&title)[PAGE_TITL
     name = name.substr(0, name.rfind('.'));
     bool word_begins = true;
     for (char &character : name) {
-        if (word_begins && is_lower(character))
-            character = static_cast<char>(character - ('a' - 'A'));
+        if (word_begins)
+            character = letter_upper(character);
         word_begins = is_word_break(character);
         if (character == '_')
             character = ' ';

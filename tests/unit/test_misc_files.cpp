@@ -7,6 +7,10 @@
 
 #include <string>
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 static std::string file_name_for(const std::string &title) {
     char name[PATH_SIZE];
     text_copy(name, title.c_str());
@@ -116,6 +120,33 @@ TEST(PageFileName, a_name_made_only_of_dropped_characters_becomes_the_extension)
     EXPECT_EQ(".orvl", file_name_for("???"));
     EXPECT_EQ(".orvl", file_name_for(""));
     EXPECT_EQ(".orvl", file_name_for("\xa3"));
+}
+
+// The code page of these letters; other systems have others there.
+static bool is_western() {
+#ifdef _WIN32
+    return GetACP() == 1252;
+#else
+    return true;
+#endif
+}
+
+TEST(PageFileName, letters_with_accents_are_kept_and_the_pound_sign_is_not) {
+    if (!is_western())
+        GTEST_SKIP() << "another code page";
+    EXPECT_EQ("B\xfcro_\xc4rzte.orvl", file_name_for("B\xfcro \xc4rzte"));
+    EXPECT_EQ("10.orvl", file_name_for("10\xa3"));
+    EXPECT_EQ("ab.orvl", file_name_for("a\xd7\xf7\xb1"
+                                       "b"));
+}
+
+TEST(PageTitle, a_word_that_begins_with_an_accented_letter_is_made_upper_case) {
+    if (!is_western())
+        GTEST_SKIP() << "another code page";
+    EXPECT_EQ("\xdc"
+              "bersicht \xc4rzte-\xd8re",
+              title_for("\xfc"
+                        "bersicht_\xe4rzte-\xf8re.orvl"));
 }
 
 TEST(PageFileName, an_underscore_before_orvl_is_taken_as_the_dot) {
