@@ -123,13 +123,13 @@ static void fill_new_folder(const char *folder) {
     copy_files(page_template_dir_location, folder, "*.xml");
 }
 
+// Without a documents folder the pages go to the top of the drive: the program can be used.
 static void use_documents_folder() {
     char documents[PATH_SIZE];
-    page_dir_location[0] = '\0';
     if (location_documents(documents, sizeof documents) != 0) {
+        documents[0] = '\0';
         message_box("Failed to locate users documents folder.", MESSAGE_CAPTION,
                     MessageIcon::Error);
-        return;
     }
     const std::string folder = std::string(documents) + "\\Orvanel Pages";
     text_copy(page_dir_location, folder.c_str());

@@ -18,6 +18,8 @@
 
 #ifndef _WIN32
 #include "platform/posix/recorder.h"
+
+#include <unistd.h>
 #endif
 
 static void expect_size(std::int32_t screen_width, std::int32_t screen_height, std::int32_t width,
@@ -27,7 +29,8 @@ static void expect_size(std::int32_t screen_width, std::int32_t screen_height, s
     EXPECT_EQ(height, size.height) << screen_width << " x " << screen_height;
 }
 
-TEST(StartupWindowSize, a_wide_screen_leaves_100_pixels_of_height_and_a_normal_one_200) {
+TEST(StartupWindowSize,
+     a_screen_of_1920_by_1080_gives_a_window_of_1280_by_980_and_1280_by_1024_gives_1080_by_824) {
     expect_size(1920, 1080, 1280, 980);
     expect_size(1280, 1024, 1080, 824);
 }
@@ -101,6 +104,9 @@ TEST_F(PageFolder, a_chosen_folder_that_is_missing_is_reported_and_used_all_the_
     ASSERT_EQ(1u, script.shown().size());
     EXPECT_EQ("Failed to open page folder...\n\n" + missing + "\n", script.shown()[0].text);
     EXPECT_EQ("Orvanel", script.shown()[0].caption);
+#ifndef _WIN32
+    EXPECT_EQ(MessageIcon::Error, recorder.messages[0].icon);
+#endif
     EXPECT_FALSE(folder_exists(missing.c_str()));
 }
 
@@ -136,10 +142,15 @@ TEST_F(PageFolder, the_pages_of_an_old_user_are_left_alone) {
     EXPECT_FALSE(file_exists(user.file("Orvanel Pages\\home.orvl").c_str()));
 }
 
-TEST_F(PageFolder, a_missing_documents_folder_is_reported) {
-    EXPECT_EQ("\\", chosen(""));
+TEST_F(PageFolder, without_a_documents_folder_the_pages_go_to_the_top_of_the_drive) {
+    const char *folder = "\\Orvanel Pages";
+    ASSERT_FALSE(folder_exists(folder)) << "left by somebody else";
+    program.write("home.orvl", "home");
+    EXPECT_EQ("\\Orvanel Pages\\", chosen(""));
     ASSERT_EQ(1u, script.shown().size());
     EXPECT_EQ("Failed to locate users documents folder.", script.shown()[0].text);
+    EXPECT_EQ(0, file_delete("\\Orvanel Pages\\home.orvl"));
+    rmdir("/Orvanel Pages");
 }
 
 TEST_F(PageFolder, a_folder_that_cannot_be_created_is_reported_with_its_path) {
@@ -236,6 +247,8 @@ TEST_F(GraphicsCheck, a_software_renderer_is_reported_once_and_the_options_are_l
               "If you think that your PC does have a 3D capable graphics card, make sure that you "
               "have the correct drivers for it installed.",
               script.shown()[0].text);
+    EXPECT_EQ("Orvanel", script.shown()[0].caption);
+    EXPECT_EQ(MessageIcon::Information, recorder.messages[0].icon);
     EXPECT_EQ(0, orvanel_options.good_graphics_card);
     EXPECT_EQ(1, orvanel_options.disable_graphics_card_warning);
     EXPECT_TRUE(file_exists(program.file("gcard").c_str()));
@@ -322,7 +335,8 @@ TEST_F(FirstPages, a_page_on_the_command_line_opens_above_the_home_page) {
     EXPECT_EQ(1, open_mode);
 }
 
-TEST_F(FirstPages, a_command_line_naming_home_opens_only_the_home_page) {
+TEST_F(FirstPages,
+       a_command_line_naming_home_orvl_opens_only_the_home_page_without_a_second_stack_level) {
     page("home.orvl");
     EXPECT_EQ(PAGE_LOADED, startup_open_pages(quoted("home.orvl").c_str()));
     EXPECT_STREQ("home.orvl", scene_page_file_name);
@@ -367,6 +381,9 @@ TEST_F(FirstPages, every_failure_has_its_text) {
         startup_report_page(expected.result);
         EXPECT_EQ(expected.text, script.shown().back().text);
         EXPECT_EQ("Orvanel", script.shown().back().caption);
+#ifndef _WIN32
+        EXPECT_EQ(MessageIcon::Exclamation, recorder.messages.back().icon);
+#endif
     }
 }
 
