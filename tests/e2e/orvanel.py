@@ -144,6 +144,13 @@ class Orvanel:
             self.process.kill()
         self.process.wait()
 
+    def minimise(self):
+        xdotool("windowminimize", "--sync", self.window)
+        wait_for(lambda: self.find_window() is None, what="the window to be minimised")
+
+    def is_in_front(self):
+        return self.find_window() == self.window == xdotool("getactivewindow")
+
     def find_window(self):
         for window in xdotool("search", "--onlyvisible", "--name", "^Orvanel$").split():
             geometry = self.geometry(window)

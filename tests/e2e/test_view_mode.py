@@ -9,6 +9,7 @@ from orvanel import (
     PROGRAM_FOLDER,
     ROOT,
     SETTINGS,
+    START_TIMEOUT,
     TEMP,
     Orvanel,
     object_text,
@@ -17,6 +18,7 @@ from orvanel import (
     wait_for,
     write_options,
     write_page,
+    xdotool,
 )
 
 RED_PAGE = ("0.60", "0.10", "0.10")
@@ -86,8 +88,6 @@ def test_a_double_click_with_shift_held_runs_the_action_but_never_quits():
     write_options(action_exit_action_1=1)
     marker = TEMP / "shift-Marker.txt"
     marker.unlink(missing_ok=True)
-    from orvanel import xdotool
-
     with Orvanel().wait_ready() as program:
         program.move_to(*program.screen_position(0, 0))
         xdotool("keydown", "Shift_L")
@@ -125,18 +125,54 @@ def test_a_double_click_on_empty_floor_maximises_and_restores_the_window():
         wait_for(lambda: program.geometry(program.window)[2:] == normal, what="the old size")
 
 
-def test_a_second_start_hands_its_page_over_and_the_first_instance_shows_it():
+def test_a_second_start_brings_the_first_instance_forward_and_hands_its_page_over():
     write_page("home.orvl", page_text("", GREEN_PAGE))
     write_page("other.orvl", page_text("", RED_PAGE))
     with Orvanel().wait_ready() as first:
         assert is_greenish(floor_colour(first))
+        first.minimise()
         with Orvanel("C:\\users\\root\\Documents\\Orvanel Pages\\other.orvl") as second:
             assert second.exit_code() == 0
+        wait_for(first.is_in_front, what="the first instance in front")
         wait_for(lambda: is_reddish(floor_colour(first)), what="the page handed over")
-        with Orvanel("something else") as third:
-            assert third.exit_code() == 0
-        time.sleep(0.5)
-        assert is_reddish(floor_colour(first))
+
+
+def test_a_second_start_with_any_other_argument_only_brings_the_first_instance_forward():
+    write_page("home.orvl", page_text("", GREEN_PAGE))
+    with Orvanel().wait_ready() as first:
+        first.minimise()
+        with Orvanel("something else") as second:
+            assert second.exit_code() == 0
+        wait_for(first.is_in_front, what="the first instance in front")
+        time.sleep(1.0)
+        assert is_greenish(floor_colour(first))
+        assert first.message() is None
+
+
+def test_a_page_handed_over_while_a_message_is_shown_opens_when_it_is_answered():
+    write_page("home.orvl", page_text(page_object_text("Sub", 0, 0, "missing.orvl"), GREEN_PAGE))
+    write_page("other.orvl", page_text("", RED_PAGE))
+    with Orvanel().wait_ready() as first:
+        first.double_click(*first.screen_position(0, 0))
+        first.wait_message()
+        with Orvanel("C:\\users\\root\\Documents\\Orvanel Pages\\other.orvl") as second:
+            assert second.exit_code() == 0
+        time.sleep(1.0)
+        assert not is_reddish(floor_colour(first))
+        assert "Failed to open page file." in first.wait_message()[1]
+        first.answer()
+        wait_for(lambda: is_reddish(floor_colour(first)), what="the page handed over")
+
+
+def test_a_double_click_on_an_object_of_the_shipped_home_page_starts_its_program():
+    def notepad():
+        return xdotool("search", "--onlyvisible", "--name", "Notepad$").split()
+
+    with Orvanel().wait_ready() as program:
+        program.double_click(*program.screen_position(-10.0, 7.5))  # the object "Notepad"
+        window = wait_for(notepad, START_TIMEOUT, "the program's window")[0]
+        xdotool("windowfocus", "--sync", window, "key", "alt+F4")
+        wait_for(lambda: not notepad(), what="the program's end")
 
 
 def test_a_page_on_the_command_line_opens_above_the_home_page():
