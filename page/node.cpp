@@ -38,7 +38,7 @@ void node_init_node(std::int32_t id) {
     record->rotation_step = 0.0f;
     record->fade_state = 0;
     record->alpha = 1.0f;
-    record->pick_id = -2;
+    record->pick_id = NODE_PICK_NONE;
 }
 
 void node_init_node_actions(Node *record) {

@@ -11,6 +11,7 @@ inline constexpr std::int32_t LINE_CAPACITY = 255;
 inline constexpr std::int32_t NODE_ACTIONS = 50;            // action slots of a node
 inline constexpr std::int32_t NODE_NAME_LENGTH = 30;        // characters copied into a name
 inline constexpr std::int32_t NODE_DESCRIPTION_LENGTH = 50; // characters copied into a description
+inline constexpr std::int32_t NODE_PICK_NONE = -2;          // pick_id of a node that is not drawn
 inline constexpr float NODE_REST_HEIGHT = 10.0f;
 inline constexpr float LINE_REST_OFFSET = 99.0f;
 
@@ -42,7 +43,7 @@ struct Node {
     std::int32_t grab_state; // GrabState
     char name[31];
     char description[65];       // or the text of a label
-    std::int32_t pick_id;       // name it is drawn under in selection mode, -2 = none
+    std::int32_t pick_id;       // name it is drawn under in selection mode, or NODE_PICK_NONE
     std::int32_t bounce_active; // BounceState
     std::int32_t bounce_step;   // frames of the effect
     float x, y;                 // position on the floor, floor units

@@ -54,11 +54,14 @@ void scene_resize(std::int32_t width, std::int32_t height) {
 
 // ---- objects
 
+static bool has_model(const Node &record) {
+    return record.type == NODE_OBJECT || record.type == NODE_PAGE;
+}
+
 static bool is_drawn(const Node &record, float margin) {
     const float x = record.x - scene_floor.position_x;
     const float y = record.y - scene_floor.position_y;
-    return record.grab_state != GRAB_ANCHORED &&
-           (record.type == NODE_OBJECT || record.type == NODE_PAGE) &&
+    return record.grab_state != GRAB_ANCHORED && has_model(record) &&
            x > scene_floor.view_left - margin && x < scene_floor.view_right + margin &&
            y > scene_floor.view_bottom - margin && y < scene_floor.view_top + margin;
 }
@@ -90,8 +93,12 @@ void scene_draw_nodes() {
     glCullFace(GL_BACK);
     for (std::int32_t i = 0; i < node_total; i++) {
         Node &record = node[i];
-        if (!is_drawn(record, OBJECT_MARGIN))
+        if (!is_drawn(record, OBJECT_MARGIN)) {
+            // Deleting moves nodes to other indices: a name kept would be that of another by now.
+            if (has_model(record))
+                record.pick_id = NODE_PICK_NONE;
             continue;
+        }
         place_object(record, 1.0f);
         glLoadName(static_cast<GLuint>(i));
         record.pick_id = i;

@@ -204,10 +204,11 @@ void scene_draw_labels() {
             continue;
         const float width = font_get_string_width(&font_node_name_8, record.description);
         // A long text reaches further into the window than the margin.
-        if (!is_in_view(record, std::max(VIEW_MARGIN, 0.5f * width + LABEL_SIDE_MARGIN)))
+        const float margin = std::max(VIEW_MARGIN, 0.5f * width + LABEL_SIDE_MARGIN);
+        record.pick_id = is_in_view(record, margin) ? i : NODE_PICK_NONE;
+        if (record.pick_id == NODE_PICK_NONE)
             continue;
         set_label_box(&record);
-        record.pick_id = i;
         draw_label(record);
     }
 }

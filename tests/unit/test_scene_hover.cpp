@@ -72,6 +72,22 @@ TEST(HoverTest, an_object_stays_hovered_while_the_mouse_is_in_its_box_but_beside
     EXPECT_EQ(node[0].grab_state, GRAB_IDLE);
 }
 
+TEST(HoverTest, after_a_deletion_no_object_outside_the_window_is_hovered_in_place_of_another) {
+    const HoverStage stage;
+    stage_add(NODE_OBJECT, -8.0f, 0.0f);
+    stage_add(NODE_OBJECT, 8.0f, 0.0f);
+    stage_add(NODE_OBJECT, 0.0f, 0.0f);
+    stage_add(NODE_OBJECT, 0.0f, 6.0f);
+    stage_draw();
+    node[1].x = 90.0f; // scrolled out of the window, as it were
+    node_delete_node(0);
+    stage_draw();
+    hover(0.0f, 0.0f);
+    EXPECT_EQ(node[0].grab_state, GRAB_IDLE);
+    EXPECT_EQ(node[1].grab_state, GRAB_HOVERED);
+    EXPECT_EQ(node[2].grab_state, GRAB_IDLE);
+}
+
 TEST(HoverTest, follows_the_scrolled_floor) {
     const HoverStage stage;
     stage_add(NODE_OBJECT, 50.0f, 30.0f);
