@@ -178,6 +178,21 @@ TEST_F(Font, setting_the_colour_draws_nothing_to_be_seen) {
     EXPECT_EQ(bounds_of_colour(context, {255, 0, 0}).count, drawn_bounds(context, BLACK).count);
 }
 
+TEST_F(Font, setting_the_colour_draws_a_tenth_of_a_unit_100_units_to_the_left) {
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glOrtho(-200.0, 100.0, -50.0, 50.0, -1.0, 1.0); // a pixel is a unit
+    GLfloat drawn[16] = {};
+    glFeedbackBuffer(16, GL_2D, drawn);
+    glRenderMode(GL_FEEDBACK);
+    font_set_colour();
+    ASSERT_EQ(glRenderMode(GL_RENDER), 5) << "one line: what it is, and two points";
+    EXPECT_TRUE(drawn[0] == GL_LINE_TOKEN || drawn[0] == GL_LINE_RESET_TOKEN) << drawn[0];
+    const GLfloat expected[] = {100.0f, 50.0f, 99.9f, 50.0f};
+    for (int i = 0; i < 4; i++)
+        EXPECT_NEAR(drawn[1 + i], expected[i], 0.01f) << i;
+}
+
 // ---- outline fonts
 
 struct Font3d : Font {
@@ -200,6 +215,16 @@ TEST_F(Font3d, a_text_is_centred_on_the_origin) {
     const DrawnBounds bounds = drawn_bounds(context, BLACK);
     EXPECT_GT(bounds.width(), 60);
     EXPECT_NEAR(bounds.middle_x(), 150.0, 3.0);
+}
+
+TEST_F(Font3d, a_text_faces_the_viewer) {
+    glNormal3f(1.0f, 0.0f, 0.0f);
+    font3d_printf(&outline, " ");
+    float normal[3] = {};
+    glGetFloatv(GL_CURRENT_NORMAL, normal);
+    EXPECT_EQ(normal[0], 0.0f);
+    EXPECT_EQ(normal[1], 0.0f);
+    EXPECT_EQ(normal[2], 1.0f);
 }
 
 TEST_F(Font3d, the_metrics_of_the_characters_0_to_254_are_kept) {

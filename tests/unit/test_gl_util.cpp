@@ -138,7 +138,7 @@ TEST(MouseToFloor, a_window_without_area_maps_to_the_middle) {
 }
 
 struct RasterPosition {
-    float x, y;
+    float x, y, depth, w;
     bool valid;
 };
 
@@ -147,7 +147,7 @@ static RasterPosition raster_position() {
     GLboolean valid;
     glGetFloatv(GL_CURRENT_RASTER_POSITION, position);
     glGetBooleanv(GL_CURRENT_RASTER_POSITION_VALID, &valid);
-    return {position[0], position[1], valid == GL_TRUE};
+    return {position[0], position[1], position[2], position[3], valid == GL_TRUE};
 }
 
 TEST(RasterPosition, is_where_the_point_shows_in_the_window) {
@@ -157,6 +157,14 @@ TEST(RasterPosition, is_where_the_point_shows_in_the_window) {
     EXPECT_TRUE(raster_position().valid);
     EXPECT_NEAR(raster_position().x, static_cast<float>(expected.x), 1.5f);
     EXPECT_NEAR(raster_position().y, static_cast<float>(SceneStage::HEIGHT - expected.y), 1.5f);
+}
+
+TEST(RasterPosition, has_the_depth_of_the_point) {
+    const SceneStage stage;
+    for (const float away : {20.0f, 90.0f, 190.0f}) {
+        trRasterPos3f(0.0f, 0.0f, -away);
+        EXPECT_NEAR(raster_position().depth, depth_of(away), 0.0001f) << away;
+    }
 }
 
 TEST(RasterPosition, stays_valid_for_a_point_outside_the_view) {
@@ -198,4 +206,17 @@ TEST(RasterPosition, a_window_position_outside_the_window_stays_valid) {
     EXPECT_TRUE(raster_position().valid);
     EXPECT_NEAR(raster_position().x, -40.0f, 0.01f);
     EXPECT_NEAR(raster_position().y, -3.0f, 0.01f);
+}
+
+TEST(RasterPosition, a_window_position_takes_the_depth_and_w_that_it_is_given) {
+    const SceneStage stage;
+    glWindowPos4fMESAemulate(7.5f, 8.5f, 0.25f, 2.0f);
+    EXPECT_NEAR(raster_position().x, 7.25f, 0.01f) << "w divides what is beyond the whole pixel";
+    EXPECT_NEAR(raster_position().y, 8.25f, 0.01f);
+    EXPECT_NEAR(raster_position().depth, 0.25f, 0.0001f);
+    EXPECT_FLOAT_EQ(raster_position().w, 2.0f);
+    float range[2] = {};
+    glGetFloatv(GL_DEPTH_RANGE, range);
+    EXPECT_FLOAT_EQ(range[0], 0.0f);
+    EXPECT_FLOAT_EQ(range[1], 1.0f);
 }

@@ -4,6 +4,7 @@
 #include "page/options.h"
 #include "platform/gl.h"
 #include "scene/scene_page.h"
+#include "scene/scene_text.h"
 #include "tests/support/scene_stage.h"
 
 #include <gtest/gtest.h>
@@ -21,6 +22,7 @@ TEST(SceneInit, begins_with_an_unchanged_page_the_options_zoom_level_and_a_pictu
     EXPECT_FLOAT_EQ(global_angle, 0.0f);
     EXPECT_EQ(template_object.empty, 1);
     EXPECT_EQ(scene_floor.zoom_level, 6);
+    EXPECT_EQ(scene_floor.previous_colour.use_default, -1);
     EXPECT_FLOAT_EQ(scene_floor.previous_colour.red, -1.0f);
     EXPECT_FLOAT_EQ(scene_floor.previous_colour.green, -1.0f);
     EXPECT_FLOAT_EQ(scene_floor.previous_colour.blue, -1.0f);
@@ -102,5 +104,23 @@ TEST(SceneStop, releases_models_and_the_floor_in_both_renderings_of_text) {
         EXPECT_EQ(glIsList(list), GL_FALSE);
         EXPECT_EQ(scene_floor.list_valid, 0);
         EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+    }
+}
+
+TEST(SceneStop, releases_the_fonts_of_the_system_also_when_shadows_were_asked_for_since) {
+    for (const std::int32_t shadows : {0, 1}) {
+        const GlContext context(64, 64);
+        options_set_defaults();
+        orvanel_options.text_shadows = 0;
+        model_init();
+        scene_init();
+        const std::uint32_t lists[] = {font_page_title.list_base, font_node_name_0.list_base,
+                                       font_node_name_10.list_base, font_node_desc_8.list_base};
+        for (const std::uint32_t list : lists)
+            ASSERT_EQ(glIsList(list), GL_TRUE);
+        orvanel_options.text_shadows = shadows;
+        scene_stop();
+        for (const std::uint32_t list : lists)
+            EXPECT_EQ(glIsList(list), GL_FALSE) << shadows;
     }
 }

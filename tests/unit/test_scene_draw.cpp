@@ -209,6 +209,25 @@ TEST(Objects, turn_only_while_their_effect_runs) {
     EXPECT_TRUE(object_shows_at(-CORNER, 0.0f));
 }
 
+// A cube turned about both axes reaches further along the one that it was turned about last.
+TEST(Objects, turn_about_y_and_then_about_x_as_seen_by_the_viewer) {
+    static constexpr float BETWEEN = 2.6f; // 2.35 floor units along x, 2.8 along y
+    const SceneStage stage;
+    orvanel_options.reflections = 0;
+    stage_add(NODE_OBJECT, 0.0f, 0.0f);
+    node[0].bounce_active = BOUNCE_SPIN;
+    node[0].angle = 45.0f;
+    stage_draw();
+    EXPECT_TRUE(object_shows_at(0.0f, CORNER));
+    EXPECT_FALSE(object_shows_at(CORNER, 0.0f));
+    node[0].angle_target = 45.0f;
+    stage_draw();
+    EXPECT_TRUE(object_shows_at(0.0f, BETWEEN));
+    EXPECT_TRUE(object_shows_at(0.0f, -BETWEEN));
+    EXPECT_FALSE(object_shows_at(BETWEEN, 0.0f));
+    EXPECT_FALSE(object_shows_at(-BETWEEN, 0.0f));
+}
+
 TEST(Objects, being_created_are_not_drawn) {
     const SceneStage stage;
     stage_add(NODE_OBJECT, 0.0f, 0.0f);
@@ -250,6 +269,19 @@ TEST(Objects, outside_the_window_are_skipped_but_those_at_its_edge_are_drawn) {
     EXPECT_EQ(node[3].pick_id, -2);
     EXPECT_EQ(node[4].pick_id, -2);
     EXPECT_EQ(node[5].pick_id, -2);
+}
+
+TEST(Objects, that_leave_the_window_cannot_be_picked_any_more) {
+    const SceneStage stage;
+    stage_add(NODE_OBJECT, 0.0f, 0.0f);
+    stage_add(NODE_LABEL, 4.0f, 0.0f);
+    stage_draw();
+    EXPECT_EQ(node[0].pick_id, 0);
+    EXPECT_EQ(node[1].pick_id, 1);
+    node[0].x = node[1].x = 90.0f;
+    stage_draw();
+    EXPECT_EQ(node[0].pick_id, NODE_PICK_NONE);
+    EXPECT_EQ(node[1].pick_id, NODE_PICK_NONE);
 }
 
 TEST(Objects, turn_with_the_whole_scene) {
@@ -348,6 +380,19 @@ TEST(Reflections, show_at_once_for_objects_that_a_new_page_brings_into_view) {
     EXPECT_TRUE(reflection_shows_at(18.5f, 0.0f));
 }
 
+TEST(Reflections, are_drawn_up_to_7_units_outside_of_the_window) {
+    const SceneStage stage;
+    stage_draw();
+    stage_add(NODE_OBJECT, scene_floor.view_right + 6.9f, 0.0f);
+    node[0].scale = 4.0f; // so large that it reaches into the window
+    stage_draw();
+    EXPECT_EQ(node[0].pick_id, -2) << "the object itself is skipped from 5 units on";
+    EXPECT_TRUE(reflection_shows_at(scene_floor.view_right + 0.5f, 1.0f));
+    node[0].x += 0.2f;
+    stage_draw();
+    EXPECT_FALSE(reflection_shows_at(scene_floor.view_right + 0.5f, 1.0f));
+}
+
 TEST(Reflections, turn_with_the_object) {
     const SceneStage stage;
     stage_add(NODE_OBJECT, 12.0f, 0.0f);
@@ -377,4 +422,33 @@ TEST(Light, follows_the_zoom_so_that_objects_look_the_same_at_every_level) {
     stage_zoom_level(ZOOM_LEVEL_MAX);
     stage_draw();
     EXPECT_NEAR(pixel_at(0.0f, 0.0f, NODE_REST_HEIGHT).green, far_away, 3);
+}
+
+static void expect_light(GLenum name, float x, float y, float z, float w) {
+    const float expected[4] = {x, y, z, w};
+    float value[4] = {};
+    glGetLightfv(GL_LIGHT1, name, value);
+    for (int i = 0; i < 4; i++)
+        EXPECT_FLOAT_EQ(value[i], expected[i]) << name << ": " << i;
+}
+
+TEST(Light, is_white_and_hangs_100_units_above_the_floors_distance) {
+    const SceneStage stage;
+    for (const GLenum name : {GL_AMBIENT, GL_DIFFUSE, GL_SPECULAR})
+        expect_light(name, 1.0f, 1.0f, 1.0f, 1.0f);
+    scene_floor.position_x = 7.0f;
+    scene_floor.position_y = -3.0f;
+    for (const std::int32_t level : {0, 8}) {
+        stage_zoom_level(level);
+        stage_draw();
+        expect_light(GL_POSITION, -100.0f, 100.0f, 100.0f + scene_floor.distance, 1.0f);
+    }
+}
+
+TEST(Light, hangs_beside_the_floors_offset_until_the_first_picture) {
+    const SceneStage stage;
+    scene_floor.position_x = 7.0f;
+    scene_floor.position_y = -3.0f;
+    scene_lights_init();
+    expect_light(GL_POSITION, -107.0f, 103.0f, 100.0f + scene_floor.distance, 1.0f);
 }

@@ -2,6 +2,7 @@
 
 #include "assets/font.h"
 #include "page/options.h"
+#include "platform/gl.h"
 #include "scene/gl_util.h"
 #include "scene/interaction.h"
 #include "scene/scene.h"
@@ -59,6 +60,70 @@ TEST(FloorGrid, is_brighter_on_a_black_page_than_on_any_other) {
     EXPECT_GT(black_small, line_contrast(2.5f));
     EXPECT_GT(black_medium, line_contrast(5.0f));
     EXPECT_GT(black_large, line_contrast(0.0f));
+}
+
+// Brightness that each grid adds to a floor that is black to the eye.
+struct GridContrast {
+    int small, medium, large;
+};
+
+static GridContrast grid_contrast() {
+    return {line_contrast(2.5f), line_contrast(5.0f), line_contrast(0.0f)};
+}
+
+// The lines have one colour and lie side by side: what they add goes with their opacity alone.
+TEST(FloorGrid, the_opacities_are_5_10_and_20_percent_and_on_black_10_15_and_25) {
+    const SceneStage stage;
+    stage_draw();
+    const GridContrast black = grid_contrast();
+    EXPECT_NEAR(black.small, black.large * 0.10 / 0.25, 3.0);
+    EXPECT_NEAR(black.medium, black.large * 0.15 / 0.25, 3.0);
+    stage_page_colour(0.0f, 0.0f, 0.004f);
+    stage_draw();
+    const GridContrast other = grid_contrast();
+    EXPECT_NEAR(other.small, other.large * 0.05 / 0.20, 3.0);
+    EXPECT_NEAR(other.medium, other.large * 0.10 / 0.20, 3.0);
+    EXPECT_NEAR(other.large, black.large * 0.20 / 0.25, 3.0);
+}
+
+static void expect_material(GLenum name, float red, float green, float blue, float alpha) {
+    const float expected[4] = {red, green, blue, alpha};
+    float value[4] = {};
+    glGetMaterialfv(GL_FRONT, name, value);
+    for (int i = 0; i < 4; i++)
+        EXPECT_FLOAT_EQ(value[i], expected[i]) << name << ": " << i;
+}
+
+// The large grid is drawn last: its material is the one in force afterwards.
+TEST(FloorGrid, is_a_quarter_brighter_than_the_page_and_at_most_white) {
+    const SceneStage stage;
+    stage_page_colour(0.1f, 0.2f, 0.9f);
+    scene_draw_floor();
+    expect_material(GL_AMBIENT, 0.35f, 0.45f, 1.0f, 0.2f);
+    expect_material(GL_DIFFUSE, 0.35f, 0.45f, 1.0f, 0.2f);
+    stage_page_colour(0.0f, 0.0f, 0.0f);
+    scene_draw_floor();
+    expect_material(GL_DIFFUSE, 0.25f, 0.25f, 0.25f, 0.25f);
+    app_mode = APP_EDIT;
+    scene_invalidate_floor();
+    scene_draw_floor();
+    expect_material(GL_DIFFUSE, 1.0f, 0.18f, 0.28f, 1.0f);
+    app_mode = APP_VIEW;
+}
+
+TEST(Floor, is_dull_and_leaves_blending_off) {
+    const SceneStage stage;
+    const float shiny[4] = {1.0f, 1.0f, 1.0f, 1.0f};
+    glMaterialfv(GL_FRONT, GL_SPECULAR, shiny);
+    glMaterialfv(GL_FRONT, GL_EMISSION, shiny);
+    glMaterialf(GL_FRONT, GL_SHININESS, 50.0f);
+    scene_draw_floor();
+    expect_material(GL_SPECULAR, 0.0f, 0.0f, 0.0f, 1.0f);
+    expect_material(GL_EMISSION, 0.0f, 0.0f, 0.0f, 1.0f);
+    float shininess = 1.0f;
+    glGetMaterialfv(GL_FRONT, GL_SHININESS, &shininess);
+    EXPECT_EQ(shininess, 0.0f);
+    EXPECT_FALSE(glIsEnabled(GL_BLEND));
 }
 
 TEST(FloorGrid, large_lines_are_red_while_editing) {

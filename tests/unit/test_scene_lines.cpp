@@ -148,6 +148,31 @@ TEST(LinkBeingDrawn, snaps_to_the_object_under_the_mouse_but_not_to_a_label) {
     EXPECT_FALSE(is_yellow(line_pixel(0.0f, 6.0f)));
 }
 
+static bool is_yellow_at(float x, float y) {
+    const WindowPoint point = stage_window_point(x, y, LINK_HEIGHT);
+    return is_yellow(gl_pixel(point.x, point.y));
+}
+
+// Looked at beside the line: at an angle to its way.
+static void expect_square(float x, float y) {
+    static constexpr float INSIDE = 0.08f, OUTSIDE = 0.22f; // of a half size of 0.15
+    EXPECT_TRUE(is_yellow_at(x + INSIDE, y - INSIDE)) << x;
+    EXPECT_TRUE(is_yellow_at(x - INSIDE, y + INSIDE)) << x;
+    EXPECT_FALSE(is_yellow_at(x + OUTSIDE, y - OUTSIDE)) << x;
+    EXPECT_FALSE(is_yellow_at(x - OUTSIDE, y + OUTSIDE)) << x;
+}
+
+TEST(LinkBeingDrawn, ends_in_a_small_square_at_either_end) {
+    const SceneStage stage;
+    stage_zoom_level(ZOOM_LEVEL_MAX);
+    app_line_draw_mode = 1;
+    app_line_from_node = stage_nodes(); // no object covers the square of a label
+    point_mouse_at(3.0f, -6.0f);
+    stage_draw();
+    expect_square(9.0f, 6.0f);
+    expect_square(3.0f, -6.0f);
+}
+
 TEST(LinkBeingDrawn, is_not_drawn_outside_its_mode_or_without_a_start) {
     const SceneStage stage;
     stage_nodes();

@@ -244,6 +244,41 @@ TEST_F(TexFont, drawing_ends_without_texture_and_blending_and_with_the_depth_tes
     EXPECT_TRUE(glIsEnabled(GL_DEPTH_TEST));
 }
 
+static GLint texture_parameter(GLenum name) {
+    GLint value = 0;
+    glGetTexParameteriv(GL_TEXTURE_2D, name, &value);
+    return value;
+}
+
+TEST_F(TexFont, a_set_is_drawn_from_its_atlas_repeating_smoothed_and_lit) {
+    for (const TexFontSet *set : {&tahoma_40_normal, &tahoma_9_bold, &tahoma_24_normal}) {
+        tex_font_start_glyph(set);
+        GLint bound = 0, mode = 0;
+        glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
+        glGetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &mode);
+        EXPECT_EQ(static_cast<std::uint32_t>(bound), tex_font_textures[set->texture]);
+        EXPECT_EQ(mode, GL_MODULATE);
+        EXPECT_EQ(texture_parameter(GL_TEXTURE_WRAP_S), GL_REPEAT);
+        EXPECT_EQ(texture_parameter(GL_TEXTURE_WRAP_T), GL_REPEAT);
+        EXPECT_EQ(texture_parameter(GL_TEXTURE_MIN_FILTER), GL_LINEAR);
+        EXPECT_EQ(texture_parameter(GL_TEXTURE_MAG_FILTER), GL_LINEAR);
+    }
+}
+
+TEST_F(TexFont, the_text_neither_shines_nor_glows) {
+    const float shiny[4] = {1.0f, 1.0f, 1.0f, 1.0f};
+    glMaterialfv(GL_FRONT_AND_BACK, GL_SPECULAR, shiny);
+    glMaterialfv(GL_FRONT_AND_BACK, GL_EMISSION, shiny);
+    glMaterialf(GL_FRONT_AND_BACK, GL_SHININESS, 50.0f);
+    set_colour(0.0f, 0.0f, 0.0f);
+    tex_font_printf(&tahoma_16_bold, 30.0f, 60.0f, "Mail");
+    EXPECT_EQ(bodies().count, 0);
+    EXPECT_GT(bounds_of_colour(context, {0, 0, 0}).count, 50);
+    float shininess = 1.0f;
+    glGetMaterialfv(GL_FRONT, GL_SHININESS, &shininess);
+    EXPECT_EQ(shininess, 0.0f);
+}
+
 TEST_F(TexFont, texts_lie_over_everything_whatever_its_depth) {
     glClearDepth(0.0);
     glClear(GL_DEPTH_BUFFER_BIT);
