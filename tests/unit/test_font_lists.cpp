@@ -42,6 +42,16 @@ TEST_F(FontLists, widths_are_the_advances_in_sixteenths_of_a_pixel) {
     EXPECT_GT(widths['m' - 32], widths['i' - 32]);
 }
 
+// A driver may refuse to compile a bitmap without pixels, and the error would be found by whoever
+// asks next.
+TEST_F(FontLists, compiling_leaves_no_error_behind_blanks_and_empty_outlines_included) {
+    ASSERT_EQ(font_lists_bitmaps("Tahoma", 11, FONT_WEIGHT_NORMAL, base, 32, 96, widths), 0);
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR)) << "bitmaps";
+    GlyphOutlineMetrics metrics[96] = {};
+    ASSERT_EQ(font_lists_outlines("Tahoma", 40, FONT_WEIGHT_NORMAL, base, 32, 96, metrics), 0);
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR)) << "outlines";
+}
+
 TEST_F(FontLists, letters_stand_on_the_baseline_and_are_as_high_as_asked_for) {
     ASSERT_EQ(font_lists_bitmaps("Tahoma", 40, FONT_WEIGHT_NORMAL, base, 32, 96, widths), 0);
     glRasterPos2f(20.0f, 30.0f);
