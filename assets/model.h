@@ -36,6 +36,7 @@ struct Model {
     std::int32_t material_total;
     std::uint32_t display_list;
     std::int32_t display_list_compiled;
+    float reach; // of the farthest drawn corner from the origin; set with the display list
     float min_x, max_x, min_y, max_y, min_z, max_z; // padded bounding box, model units
     char file_name[256]; // relative to the models folder; empty = model 0
 };
@@ -65,6 +66,10 @@ void model_free_display_lists(); // before another GL context draws
 
 void model_draw(Model *model);
 void model_draw_faded(Model *model, float alpha); // alpha 0..1, written into its materials
+
+// No drawn part is further than this from the origin, model units. Infinite before the first
+// drawing.
+float model_reach(const Model *model);
 
 // Number of materials read; *materials receives the array (malloc, null when none).
 std::int32_t material_load(const char *path, Material **materials);

@@ -2,7 +2,9 @@
 
 #include "platform/gl.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 struct Colours {
     const float *ambient, *diffuse, *specular, *emission;
@@ -124,7 +126,23 @@ static bool is_empty(const Model *model) {
     return model->face_total <= 0 || model->face == nullptr || model->vertex == nullptr;
 }
 
+// The bounding box will not do: it may be smaller than the model.
+static float measure_reach(const Model *model) {
+    float reach = 0.0f;
+    for (std::int32_t i = 0; i < model->face_total; i++) {
+        const Face *face = &model->face[i];
+        if (!is_drawable(model, face))
+            continue;
+        for (const std::int32_t id : face->vertex_id) {
+            const float *vertex = &model->vertex[3 * id];
+            reach = std::max(reach, std::hypot(vertex[0], vertex[1], vertex[2]));
+        }
+    }
+    return reach;
+}
+
 static void compile(Model *model) {
+    model->reach = measure_reach(model);
     glPushMatrix();
     model->display_list = glGenLists(1);
     if (model->display_list != 0) {
@@ -155,4 +173,9 @@ void model_draw_faded(Model *model, float alpha) {
     send_faces(model, &alpha);
     glDisable(GL_BLEND);
     glPopMatrix();
+}
+
+float model_reach(const Model *model) {
+    return model->display_list_compiled == 1 ? model->reach
+                                             : std::numeric_limits<float>::infinity();
 }

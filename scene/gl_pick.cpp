@@ -36,7 +36,8 @@ static std::int32_t draw_for_selection(std::int32_t x, std::int32_t y, std::int3
     glPushMatrix();
     apply_pick_projection(x, y, viewport);
     glMatrixMode(GL_MODELVIEW);
-    scene_draw_nodes();
+    scene_draw_nodes_on(
+        pick_ray(x, viewport[3] - y, viewport[2], viewport[3], static_cast<double>(scene_fov)));
     glMatrixMode(GL_PROJECTION);
     glPopMatrix();
     glMatrixMode(GL_MODELVIEW);

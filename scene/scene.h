@@ -2,6 +2,7 @@
 // context; everything here runs on the main thread.
 #pragma once
 
+#include "scene/pick_ray.h"
 #include "scene/scene_floor.h"
 
 #include <cstdint>
@@ -34,6 +35,7 @@ void scene_lights_init();
 void scene_draw_lights();
 std::int32_t scene_draw_floor(); // 1 = pick depth and bounds were worked out, draw once more
 void scene_draw_nodes();
+void scene_draw_nodes_on(const PickRay &ray); // only those that may show in its pixel
 void scene_draw_reflections();
 
 // Floor coordinates of the window's corners into scene_floor.view_*.

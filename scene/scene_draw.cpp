@@ -11,6 +11,8 @@
 #include "scene/scene_navigation.h"
 
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 
 // Floor units around the window in which objects are still drawn: a part of them may show. The
 // reflections lie further away and move more slowly out of the window.
@@ -88,7 +90,20 @@ static void draw_model_of(const Node &record) {
         model_draw(model);
 }
 
-void scene_draw_nodes() {
+// However the object spins, it stays in a ball around its position.
+static bool may_show_on(const PickRay &ray, const Node &record) {
+    const double turn = static_cast<double>(global_angle) * std::numbers::pi / 180.0;
+    const double x = static_cast<double>(record.x - scene_floor.position_x);
+    const double y = static_cast<double>(record.y - scene_floor.position_y);
+    const double z = static_cast<double>(scene_floor.distance + record.height - FLOOR_DISTANCE);
+    const float radius = model_reach(&models[record.model_id]) * std::fabs(record.scale);
+    return pick_ray_may_hit(ray, x * std::cos(turn) - y * std::sin(turn),
+                            x * std::sin(turn) + y * std::cos(turn), z,
+                            static_cast<double>(radius));
+}
+
+// ray is null for the picture.
+static void draw_nodes(const PickRay *ray) {
     glPushMatrix();
     glCullFace(GL_BACK);
     for (std::int32_t i = 0; i < node_total; i++) {
@@ -99,12 +114,22 @@ void scene_draw_nodes() {
                 record.pick_id = NODE_PICK_NONE;
             continue;
         }
+        record.pick_id = i;
+        if (ray != nullptr && !may_show_on(*ray, record))
+            continue;
         place_object(record, 1.0f);
         glLoadName(static_cast<GLuint>(i));
-        record.pick_id = i;
         draw_model_of(record);
     }
     glPopMatrix();
+}
+
+void scene_draw_nodes() {
+    draw_nodes(nullptr);
+}
+
+void scene_draw_nodes_on(const PickRay &ray) {
+    draw_nodes(&ray);
 }
 
 static bool stands_over_floor(const Node &record) {

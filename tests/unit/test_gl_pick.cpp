@@ -1,5 +1,6 @@
 #include "scene/gl_util.h"
 
+#include "assets/model.h"
 #include "page/options.h"
 #include "platform/gl.h"
 #include "scene/interaction.h"
@@ -8,6 +9,8 @@
 #include "tests/support/scene_stage.h"
 
 #include <gtest/gtest.h>
+
+#include <random>
 
 static std::int32_t pick(float x, float y) {
     const WindowPoint point = stage_window_point(x, y, NODE_REST_HEIGHT);
@@ -122,6 +125,122 @@ TEST(Selection, a_label_is_picked_before_an_object_that_is_nearer) {
     node[label].dimensions[EXTENT_LEFT] = node[label].dimensions[EXTENT_NEAR] = -2.0f;
     node[label].dimensions[EXTENT_RIGHT] = node[label].dimensions[EXTENT_FAR] = 2.0f;
     EXPECT_EQ(pick(0.0f, 0.0f), label);
+}
+
+// ---- what need not be drawn
+
+// The nearest object under the mouse when all that the window shows is drawn, by the plain rules.
+static std::int32_t pick_from_all(std::int32_t x, std::int32_t y) {
+    GLuint buffer[4 * (NODE_CAPACITY + 1)];
+    GLint viewport[4];
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    glSelectBuffer(4 * (NODE_CAPACITY + 1), buffer);
+    glRenderMode(GL_SELECT);
+    glInitNames();
+    glPushName(0);
+    glMatrixMode(GL_PROJECTION);
+    glPushMatrix();
+    glLoadIdentity();
+    gluPickMatrix(x, viewport[3] - y, 1.0, 1.0, viewport);
+    gluPerspective(static_cast<double>(scene_fov), static_cast<double>(viewport[2]) / viewport[3],
+                   5.0, 200.0);
+    glMatrixMode(GL_MODELVIEW);
+    scene_draw_nodes();
+    glMatrixMode(GL_PROJECTION);
+    glPopMatrix();
+    glMatrixMode(GL_MODELVIEW);
+    const GLint hits = glRenderMode(GL_RENDER);
+    std::int32_t nearest = PICK_NOTHING;
+    GLuint depth = 0;
+    for (GLint i = 0; i < hits; i++) {
+        if (nearest != PICK_NOTHING && buffer[4 * i + 1] >= depth)
+            continue;
+        depth = buffer[4 * i + 1];
+        nearest = static_cast<std::int32_t>(buffer[4 * i + 3]);
+    }
+    return nearest;
+}
+
+// A spike that reaches far to one side and up: its bounding box is wrong at the top, and the middle
+// of it is far from its position.
+static const char SPIKE[] = "v 0 0 0\nv 9 1 4\nv 9 2 4\nv 0 1 0\nv -1 7 2\n"
+                            "f 1 2 3\nf 1 3 4\nf 4 3 2\nf 1 4 5\nf 5 4 1\n";
+
+struct Dice {
+    std::mt19937 engine;
+
+    float number(float from, float to) {
+        return from + (to - from) * static_cast<float>(engine() % 100003) / 100003.0f;
+    }
+    std::int32_t whole(std::int32_t from, std::int32_t to) {
+        return from + static_cast<std::int32_t>(engine() % static_cast<unsigned>(to - from + 1));
+    }
+};
+
+static void random_object(Dice *dice) {
+    const std::int32_t id = stage_add(NODE_OBJECT, dice->number(-70, 70), dice->number(-50, 50));
+    node[id].model_id = dice->whole(0, 1);
+    if (dice->whole(0, 1) == 0)
+        node[id].height = dice->number(-30.0f, 110.0f);
+    if (dice->whole(0, 2) == 0)
+        node[id].scale = dice->number(-0.5f, 3.0f);
+    if (dice->whole(0, 2) == 0)
+        node[id].alpha = 0.5f;
+    if (dice->whole(0, 1) == 0) {
+        node[id].bounce_active = BOUNCE_SPIN;
+        node[id].angle = dice->number(0.0f, 360.0f);
+        node[id].angle_target = dice->number(0.0f, 360.0f);
+    }
+}
+
+static void random_page(Dice *dice) {
+    node_total = 0;
+    stage_zoom_level(dice->whole(0, ZOOM_LEVEL_MAX));
+    global_angle = dice->whole(0, 2) == 0 ? dice->number(-90.0f, 90.0f) : 0.0f;
+    scene_floor.position_x = dice->number(-60.0f, 60.0f);
+    scene_floor.position_y = dice->number(-60.0f, 60.0f);
+    const std::int32_t total = dice->whole(1, NODE_CAPACITY);
+    for (std::int32_t i = 0; i < total; i++)
+        random_object(dice);
+    stage_draw();
+}
+
+TEST(Selection, on_random_pages_it_picks_what_is_picked_when_every_object_is_drawn) {
+    const SceneStage stage;
+    models_total = 2;
+    ASSERT_EQ(model_load_memory(SPIKE, "", &models[1], 1.0f), 0);
+    orvanel_options.reflections = 0;
+    Dice dice{std::mt19937(5)};
+    int picked = 0;
+    for (int page = 0; page < 25; page++) {
+        random_page(&dice);
+        for (int i = 0; i < 40; i++) {
+            const std::int32_t x = dice.whole(0, SceneStage::WIDTH);
+            const std::int32_t y = dice.whole(0, SceneStage::HEIGHT);
+            const std::int32_t expected = pick_from_all(x, y);
+            ASSERT_EQ(selection(x, y), expected) << page << ": " << x << ", " << y;
+            picked += expected != PICK_NOTHING ? 1 : 0;
+        }
+    }
+    EXPECT_GT(picked, 100);
+    EXPECT_LT(picked, 900);
+}
+
+TEST(Selection, an_object_whose_ball_the_pixel_misses_is_not_drawn) {
+    const SceneStage stage;
+    stage_add(NODE_OBJECT, -8.0f, 0.0f);
+    stage_draw();
+    const GLuint list = models[0].display_list;
+    // A model that fills the window although it says that it is small.
+    models[0].display_list = glGenLists(1);
+    glNewList(models[0].display_list, GL_COMPILE);
+    glRectf(-100.0f, -100.0f, 100.0f, 100.0f);
+    glEndList();
+    EXPECT_EQ(pick(-8.0f, 0.0f), 0);
+    EXPECT_EQ(pick(8.0f, 0.0f), PICK_NOTHING);
+    models[0].reach = 100.0f;
+    EXPECT_EQ(pick(8.0f, 0.0f), 0);
+    models[0].display_list = list;
 }
 
 static void set_box(std::int32_t id, float half_size) {

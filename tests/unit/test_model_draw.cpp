@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <string>
 
 static constexpr int SIZE = 64; // pixels of the drawing area's sides
@@ -308,4 +309,12 @@ TEST_F(ModelDraw, an_unloaded_model_draws_nothing) {
     model_draw(&model);
     model_draw_faded(&model, 0.5f);
     EXPECT_EQ(gl_count_differing(0, 0, SIZE, SIZE, {0, 0, 0}, 0), 0);
+}
+
+TEST_F(ModelDraw, its_reach_is_that_of_the_farthest_corner_drawn_and_endless_before_the_drawing) {
+    load("v 0 0 0\nv 3 0 0\nv 0 0 4\nv 9 9 9\nv 1 2 2\nvn 0 0 1\n"
+         "f 1//1 2//1 5//1\nf 1//1 2//1 3//1\nf 1//1 2//1 99//1\nf 4//1 4//1\n");
+    EXPECT_TRUE(std::isinf(model_reach(&model)));
+    model_draw(&model);
+    EXPECT_FLOAT_EQ(model_reach(&model), 4.0f);
 }
