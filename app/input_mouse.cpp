@@ -202,6 +202,8 @@ void input_mouse_move(std::int32_t x, std::int32_t y, std::int32_t buttons) {
         return;
     mouse.flags = (mouse.flags & ~MOUSE_BUTTONS) | MOUSE_MOVE | (buttons & MOUSE_BUTTONS);
     mouse_record_position(x, y);
+    if (app_align_mode == 1 || app_line_draw_mode == 1)
+        scene_request_redraw(); // a line follows the mouse
     if (scene_floor.drag_state != 1)
         return;
     if ((buttons & MOUSE_LEFT) != 0)

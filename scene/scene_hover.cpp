@@ -12,6 +12,13 @@ static std::int32_t alignment_candidate(std::int32_t picked) {
     return node_is_live(picked) ? picked : -1;
 }
 
+static void choose_alignment_target(std::int32_t candidate) {
+    if (candidate == app_align_to_node)
+        return;
+    app_align_to_node = candidate;
+    scene_request_redraw(); // its line
+}
+
 // A hovered object keeps the hover while the mouse stays in its box, so that the effect does not
 // flicker between the parts of a model.
 static void mark_hovered(std::int32_t picked, float floor_x, float floor_y) {
@@ -31,7 +38,7 @@ void scene_hover_test() {
     mouse.flags &= ~MOUSE_MOVE;
     const std::int32_t picked = selection(mouse.x, mouse.y);
     if (app_align_mode == 1)
-        app_align_to_node = alignment_candidate(picked);
+        choose_alignment_target(alignment_candidate(picked));
     float floor_x, floor_y;
     GetOGLPos(mouse.x, mouse.y, &floor_x, &floor_y, gl_depth_of_zoom_level(DEPTH_LOOKUP_LABEL));
     mark_hovered(picked, floor_x, floor_y);

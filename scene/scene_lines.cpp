@@ -4,6 +4,7 @@
 #include "platform/gl.h"
 #include "scene/gl_util.h"
 #include "scene/interaction.h"
+#include "scene/scene_align.h"
 #include "scene/scene_materials.h"
 
 static const float col_line_draw_mode[4] = {1.0f, 1.0f, 0.0f, 1.0f};
@@ -95,15 +96,25 @@ void scene_draw_line_select_lines() {
     glPopMatrix();
 }
 
-// From the object to the one chosen, or to the mouse while it points at none.
+// Where the object would go, with the row or column of the one chosen that it would then stand in.
+static void draw_alignment(FloorPoint from, FloorPoint to, std::int32_t alignment) {
+    const FloorPoint place =
+        alignment == ALIGN_COLUMN ? FloorPoint{to.x, from.y} : FloorPoint{from.x, to.y};
+    draw_choice(from, place, col_line_align_mode);
+    draw_choice(place, to, col_line_align_mode);
+}
+
+// To the mouse while a click would align nothing.
 void scene_draw_alignment_line() {
     if (!node_is_live(app_align_from_node))
         return;
     glPushMatrix();
     glLoadIdentity();
-    draw_choice(node_point(node[app_align_from_node]),
-                node_is_live(app_align_to_node) ? node_point(node[app_align_to_node])
-                                                : mouse_point(),
-                col_line_align_mode);
+    const FloorPoint from = node_point(node[app_align_from_node]);
+    const std::int32_t alignment = node_align_node(app_align_from_node, app_align_to_node);
+    if (alignment == ALIGN_NONE)
+        draw_choice(from, mouse_point(), col_line_align_mode);
+    else
+        draw_alignment(from, node_point(node[app_align_to_node]), alignment);
     glPopMatrix();
 }

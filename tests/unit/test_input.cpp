@@ -216,6 +216,23 @@ TEST(KeyDown, backspace_goes_up_one_level) {
     EXPECT_STREQ("home.orvl", scene_page_file_name);
 }
 
+TEST(KeyDown, backspace_with_the_pointer_in_the_boxes_of_two_objects_goes_up_one_level) {
+    InputStage stage;
+    stage.pages.write("home.orvl", EMPTY_PAGE);
+    stage.pages.write("sub.orvl", EMPTY_PAGE);
+    scene_load_page("home.orvl", "Home");
+    load_page("sub.orvl", "Sub");
+    for (const float x : {0.0f, 1.0f}) {
+        const std::int32_t id = add(NODE_OBJECT, x, 0.0f, "");
+        node[id].grab_state = GRAB_HOVERED;
+        node[id].bounce_active = BOUNCE_SPIN;
+        node[id].angle = 90.0f;
+    }
+    input_key_down(KEY_BACKSPACE); // must come to its end
+    EXPECT_EQ(0, scene_stack_depth);
+    EXPECT_STREQ("home.orvl", scene_page_file_name);
+}
+
 // ---- mouse
 
 TEST(Wheel, away_from_the_user_zooms_in_and_towards_the_user_out) {
@@ -251,6 +268,19 @@ TEST(MouseMove, a_position_left_of_the_window_is_negative) {
     input_mouse_move(0xfffb, 0x8000, 0);
     EXPECT_EQ(-5, mouse.x);
     EXPECT_EQ(-32768, mouse.y);
+}
+
+TEST(MouseMove, a_picture_is_asked_for_only_while_a_line_follows_the_mouse) {
+    const InputStage stage;
+    input_mouse_move(10, 20, 0);
+    EXPECT_EQ(0, scene_redraw_flag);
+    for (std::int32_t *mode : {&app_align_mode, &app_line_draw_mode}) {
+        scene_redraw_flag = 0;
+        *mode = 1;
+        input_mouse_move(11, 20, 0);
+        EXPECT_EQ(1, scene_redraw_flag);
+        *mode = 0;
+    }
 }
 
 TEST(MouseMove, it_is_ignored_while_another_window_is_in_front) {

@@ -144,6 +144,22 @@ TEST(HoverTest, in_align_mode_the_object_under_the_mouse_is_the_one_to_align_wit
     EXPECT_EQ(app_align_to_node, -1);
 }
 
+TEST(HoverTest, in_align_mode_another_object_under_the_mouse_asks_for_its_line_to_be_drawn) {
+    const HoverStage stage;
+    stage_add(NODE_OBJECT, -8.0f, 0.0f);
+    stage_add(NODE_OBJECT, 8.0f, 0.0f);
+    stage_draw();
+    app_align_mode = 1;
+    for (const float x : {8.0f, -8.0f, 0.0f}) {
+        scene_redraw_flag = 0;
+        hover(x, 0.0f);
+        EXPECT_EQ(scene_redraw_flag, 1) << x;
+        scene_redraw_flag = 0;
+        hover(x, 0.0f);
+        EXPECT_EQ(scene_redraw_flag, 0) << x;
+    }
+}
+
 TEST(HoverTest, in_align_mode_the_box_counts_where_the_model_leaves_a_gap) {
     const HoverStage stage;
     stage_add(NODE_OBJECT, 0.0f, 0.0f);

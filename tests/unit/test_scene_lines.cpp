@@ -1,6 +1,7 @@
 #include "scene/gl_util.h"
 #include "scene/interaction.h"
 #include "scene/scene.h"
+#include "scene/scene_align.h"
 #include "tests/support/scene_stage.h"
 
 #include <gtest/gtest.h>
@@ -188,22 +189,62 @@ TEST(LinkBeingDrawn, is_not_drawn_outside_its_mode_or_without_a_start) {
     }
 }
 
-TEST(AlignmentLine, runs_in_white_from_the_object_to_the_one_chosen) {
-    const SceneStage stage;
-    stage_nodes();
+// An object to be aligned and one to align it with, far enough apart for its row and its column.
+static void stage_alignment() {
+    stage_add(NODE_OBJECT, -9.0f, 6.0f);
+    stage_add(NODE_OBJECT, 9.0f, -6.0f);
     app_align_mode = 1;
     app_align_from_node = 0;
     app_align_to_node = 1;
-    stage_draw();
-    EXPECT_TRUE(is_bright_white(line_pixel(0.0f, 0.0f)));
 }
 
-TEST(AlignmentLine, follows_the_mouse_while_it_points_at_nothing) {
+TEST(AlignmentLine, runs_to_the_place_in_the_row_that_the_mouse_chooses_and_along_the_row) {
+    const SceneStage stage;
+    stage_alignment();
+    point_mouse_at(11.0f, -6.0f);
+    stage_draw();
+    EXPECT_TRUE(is_bright_white(line_pixel(-9.0f, 0.0f)));
+    EXPECT_TRUE(is_bright_white(line_pixel(-9.0f, -5.0f)));
+    EXPECT_TRUE(is_bright_white(line_pixel(0.0f, -6.0f)));
+    EXPECT_FALSE(is_bright_white(line_pixel(0.0f, 0.0f)));
+    EXPECT_FALSE(is_bright_white(line_pixel(0.0f, 6.0f)));
+    EXPECT_FALSE(is_bright_white(line_pixel(9.0f, 0.0f)));
+}
+
+TEST(AlignmentLine, runs_to_the_place_in_the_column_that_the_mouse_chooses_and_along_the_column) {
+    const SceneStage stage;
+    stage_alignment();
+    scene_floor.position_x = 2.0f;
+    scene_floor.position_y = -1.0f;
+    point_mouse_at(9.0f, -8.0f);
+    stage_draw();
+    EXPECT_TRUE(is_bright_white(line_pixel(0.0f, 6.0f)));
+    EXPECT_TRUE(is_bright_white(line_pixel(9.0f, 5.0f)));
+    EXPECT_TRUE(is_bright_white(line_pixel(9.0f, 0.0f)));
+    EXPECT_FALSE(is_bright_white(line_pixel(0.0f, 0.0f)));
+    EXPECT_FALSE(is_bright_white(line_pixel(0.0f, -6.0f)));
+    EXPECT_FALSE(is_bright_white(line_pixel(-9.0f, 0.0f)));
+}
+
+TEST(AlignmentLine, leads_to_the_mouse_while_both_ways_are_blocked) {
+    const SceneStage stage;
+    stage_alignment();
+    stage_add(NODE_OBJECT, -9.0f, -3.0f);
+    stage_add(NODE_OBJECT, 3.0f, 6.0f);
+    point_mouse_at(9.0f, -8.0f);
+    ASSERT_EQ(node_align_node(0, 1), ALIGN_NONE);
+    stage_draw();
+    EXPECT_TRUE(is_bright_white(line_pixel(0.0f, -1.0f)));
+    EXPECT_FALSE(is_bright_white(line_pixel(0.0f, -6.0f)));
+    EXPECT_FALSE(is_bright_white(line_pixel(9.0f, 2.0f)));
+}
+
+TEST(AlignmentLine, follows_the_mouse_while_it_points_at_nothing_to_align_with) {
     const SceneStage stage;
     stage_nodes();
     app_align_mode = 1;
     app_align_from_node = 0;
-    for (const std::int32_t nothing : {-1, 3, 1001}) {
+    for (const std::int32_t nothing : {-1, 0, 3, 1001}) {
         app_align_to_node = nothing;
         point_mouse_at(3.0f, -6.0f);
         stage_draw();
