@@ -82,6 +82,8 @@ static void glide(std::int32_t index) {
         return;
     const float dx = record->inertia_dx;
     const float dy = record->inertia_dy;
+    record->grab_x = record->x;
+    record->grab_y = record->y;
     record->inertia_dx /= OBJECT_FRICTION;
     record->inertia_dy /= OBJECT_FRICTION;
     run_move(index, dx, dy);

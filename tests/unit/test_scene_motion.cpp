@@ -89,6 +89,20 @@ TEST(ThrownObject, glides_and_slows_down_by_1_15_a_frame) {
     EXPECT_NEAR(object->y, -2.15f, 1e-4f);
 }
 
+TEST(ThrownObject, takes_the_place_it_left_last_along_as_that_of_its_grab) {
+    const Page page;
+    Node *object = add(1.0f, 2.0f);
+    object->inertia_dx = 2.3f;
+    object->inertia_frames = 2;
+    frames(1);
+    EXPECT_FLOAT_EQ(object->grab_x, 1.0f);
+    EXPECT_FLOAT_EQ(object->grab_y, 2.0f);
+    frames(1);
+    EXPECT_NEAR(object->grab_x, 3.3f, 1e-4f);
+    frames(1);
+    EXPECT_NEAR(object->grab_x, 3.3f, 1e-4f);
+}
+
 TEST(ThrownObject, rests_when_its_frames_are_used_up) {
     const Page page;
     Node *object = add(0.0f, 0.0f);
@@ -114,6 +128,17 @@ TEST(ThrownObject, hands_its_throw_on_to_the_one_it_hits) {
     EXPECT_LE(frames_to_rest(100), 60);
     EXPECT_GT(hit->x, 8.0f);
     EXPECT_GT(hit->x, thrown->x);
+}
+
+TEST(ThrownObject, hands_on_the_speed_that_it_has_left_and_keeps_a_quarter_of_it) {
+    const Page page;
+    Node *hit = add(5.0f, 0.5f);
+    Node *thrown = add(0.0f, 0.0f);
+    thrown->inertia_dx = 3.0f;
+    thrown->inertia_frames = 30;
+    frames(1);
+    EXPECT_FLOAT_EQ(hit->inertia_dx, 3.0f / 1.15f);
+    EXPECT_FLOAT_EQ(thrown->inertia_dx, 3.0f / 1.15f / 4.0f);
 }
 
 TEST(ThrownObject, one_thrown_over_the_edge_comes_back) {
@@ -180,6 +205,24 @@ TEST(ObjectOverTheEdge, stays_while_any_object_is_held) {
     app_node_grabbed = 0;
     frames(1);
     EXPECT_NEAR(object->x, 129.5f, 1e-3f);
+}
+
+TEST(ObjectOverTheEdge, one_dragged_far_out_stays_under_the_mouse_until_it_is_let_go) {
+    const Page page;
+    Node *object = add(1000.0f, 0.0f);
+    app_node_grabbed = 1;
+    frames(3);
+    EXPECT_FLOAT_EQ(object->x, 1000.0f);
+}
+
+TEST(ObjectOverTheEdge, one_that_comes_out_again_much_later_comes_back_again) {
+    const Page page;
+    Node *object = add(116.0f, 0.0f);
+    frames(1500);
+    EXPECT_LE(object->x, 114.0f);
+    object->x = 116.0f;
+    frames(10);
+    EXPECT_LE(object->x, 114.0f);
 }
 
 TEST(ObjectOverTheEdge, pushes_the_one_in_its_way_along) {
@@ -354,6 +397,15 @@ TEST(SpringBack, a_window_that_shows_the_whole_floor_rests_centred_on_that_axis)
             EXPECT_FLOAT_EQ(scene_floor.position_y, 10.0f);
         }
     }
+}
+
+TEST(SpringBack, a_view_that_is_not_centred_on_the_offset_rests_with_the_floor_in_its_middle) {
+    const Page page;
+    scene_floor.view_left = -170.0f;
+    scene_floor.view_right = 190.0f;
+    scene_floor.position_x = 5.0f;
+    EXPECT_LE(frames_to_rest(200), 100);
+    EXPECT_NEAR(scene_floor.position_x, -10.0f, 1e-3f);
 }
 
 TEST(SpringBack, nearly_the_whole_floor_does_not_swing_either) {

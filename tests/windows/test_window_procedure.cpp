@@ -247,6 +247,82 @@ TEST(WindowProcedure, a_text_handed_over_without_its_terminator_is_read_to_its_e
     EXPECT_STREQ("sub.orvl", scene_page_file_name);
 }
 
+static LPARAM middle_of_window() {
+    return MAKELPARAM(scene_floor.window_width / 2, scene_floor.window_height / 2);
+}
+
+TEST(WindowProcedure, the_mouse_is_captured_from_the_left_buttons_press_to_its_release) {
+    const RealWindow window;
+    ASSERT_EQ(nullptr, GetCapture());
+    SendMessageA(hWnd, WM_LBUTTONDOWN, MK_LBUTTON, middle_of_window());
+    EXPECT_EQ(hWnd, GetCapture());
+    EXPECT_EQ(1, scene_floor.drag_state);
+    SendMessageA(hWnd, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(0xfff0, 0xfff0));
+    EXPECT_EQ(hWnd, GetCapture());
+    SendMessageA(hWnd, WM_LBUTTONUP, 0, MAKELPARAM(0xfff0, 0xfff0));
+    EXPECT_EQ(nullptr, GetCapture());
+    EXPECT_EQ(0, scene_floor.drag_state);
+}
+
+// An object in the middle of the window, held by the mouse, and one beyond the edge of the floor.
+static void hold_object_in_the_middle() {
+    node_total = 2;
+    for (std::int32_t i = 0; i < 2; i++) {
+        node_init_node(i);
+        node[i].type = NODE_OBJECT;
+        node[i].model_id = 0;
+        node[i].x = 130.0f * static_cast<float>(i);
+        node[i].y = 0.0f;
+        node_set_model_dimensions(i);
+    }
+    scene_request_redraw();
+    scene_draw();
+    node[0].grab_state = GRAB_HOVERED;
+    SendMessageA(hWnd, WM_LBUTTONDOWN, MK_LBUTTON, middle_of_window());
+    scene_hover_test();
+}
+
+static void lose_to_another_window() {
+    const HWND other = CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
+                                       GetModuleHandleA(nullptr), nullptr);
+    SetCapture(other);
+    DestroyWindow(other);
+}
+
+static void lose_to_nobody() {
+    ReleaseCapture();
+}
+
+static void lose_the_focus() {
+    SendMessageA(hWnd, WM_KILLFOCUS, 0, 0);
+}
+
+static void lose_the_release() {
+    SendMessageA(hWnd, WM_MOUSEMOVE, 0, middle_of_window());
+}
+
+TEST(WindowProcedure, an_object_held_when_the_capture_is_lost_is_let_go_and_others_slide_again) {
+    for (void (*lose)() :
+         {lose_to_another_window, lose_to_nobody, lose_the_focus, lose_the_release}) {
+        const RealWindow window;
+        SetForegroundWindow(hWnd);
+        handle_messages();
+        hold_object_in_the_middle();
+        ASSERT_EQ(GRAB_GRABBED, node[0].grab_state);
+        ASSERT_EQ(1, app_node_grabbed);
+        scene_process_frame();
+        EXPECT_EQ(130.0f, node[1].x);
+        lose();
+        EXPECT_NE(GRAB_GRABBED, node[0].grab_state);
+        EXPECT_EQ(0, scene_floor.drag_state);
+        EXPECT_NE(hWnd, GetCapture());
+        scene_hover_test();
+        EXPECT_EQ(0, app_node_grabbed);
+        scene_process_frame();
+        EXPECT_LT(node[1].x, 130.0f);
+    }
+}
+
 TEST(WindowProcedure, keys_count_as_up_when_another_window_takes_the_keyboard) {
     const RealWindow window;
     post(WM_KEYDOWN, VK_SHIFT);
