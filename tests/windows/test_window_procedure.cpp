@@ -266,6 +266,7 @@ TEST(WindowProcedure, the_mouse_is_captured_from_the_left_buttons_press_to_its_r
 
 // An object in the middle of the window, held by the mouse, and one beyond the edge of the floor.
 static void hold_object_in_the_middle() {
+    scene_floor.position_x = scene_floor.position_y = 0.0f;
     node_total = 2;
     for (std::int32_t i = 0; i < 2; i++) {
         node_init_node(i);
