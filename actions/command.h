@@ -59,6 +59,10 @@ enum MenuImage : std::int32_t {
     MENU_IMAGE_TOTAL = MENU_IMAGE_SWATCH_FIRST + 6,
 };
 
+constexpr MenuImage swatch(std::int32_t preset) {
+    return static_cast<MenuImage>(MENU_IMAGE_SWATCH_FIRST + preset);
+}
+
 struct Command {
     std::int32_t id;  // CommandId
     const char *text; // as menus show it

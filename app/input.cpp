@@ -1,10 +1,12 @@
 #include "app/input.h"
 
+#include "actions/command.h"
 #include "actions/misc.h"
-#include "editing/undo.h"
+#include "app/commands.h"
+#include "app/edit_choice.h"
+#include "editing/page_edit.h"
 #include "page/node.h"
 #include "page/options.h"
-#include "platform/message.h"
 #include "platform/window.h"
 #include "scene/frame_clock.h"
 #include "scene/gl_util.h"
@@ -26,10 +28,19 @@ static void scroll(float x, float y) {
     scene_floor.position_y += y;
 }
 
-void input_leave_page(void (*go)()) {
-    go();
+static void toggle_edit_mode() {
+    if (app_mode == APP_EDIT)
+        page_edit_end();
+    else
+        page_edit_begin();
+    reset_frame_timer();
+}
+
+static void escape() {
     if (app_mode != APP_EDIT)
-        undo_reset();
+        window_quit(0);
+    else if (!edit_leave_choice())
+        toggle_edit_mode();
 }
 
 static void press(std::int32_t code) {
@@ -37,11 +48,19 @@ static void press(std::int32_t code) {
     case KEY_BACKSPACE:
         scene_prepare_for_menu_activation();
         app_line_draw_mode = 0;
-        input_leave_page(scene_page_back);
+        scene_page_back();
         reset_frame_timer();
         break;
+    case KEY_TAB:
+        input_capture_lost();
+        toggle_edit_mode();
+        break;
     case KEY_ESCAPE:
-        window_quit(0);
+        input_capture_lost();
+        escape();
+        break;
+    case KEY_MENU:
+        input_menu_key();
         break;
     case KEY_HOME:
         scene_return_to_center_transition();
@@ -77,7 +96,9 @@ void input_key_down(std::int32_t code) {
         keys[code] = 1;
     if (code < KEY_FIRST || code > KEY_LAST)
         return;
-    press(code);
+    const bool edits = keys[KEY_CONTROL] == 1 && app_mode == APP_EDIT;
+    if (!edits || !command_run_key(code))
+        press(code);
     scene_request_redraw();
 }
 
@@ -87,9 +108,13 @@ void input_key_up(std::int32_t code) {
     scene_request_redraw();
 }
 
-void input_focus_lost() {
+void input_keys_released() {
     for (std::int32_t &key : keys)
         key = 0;
+}
+
+void input_focus_lost() {
+    input_keys_released();
     input_capture_lost();
 }
 
@@ -121,6 +146,11 @@ static void run_first_action(std::int32_t id) {
 }
 
 static void double_click_node(std::int32_t id) {
+    if (app_mode == APP_EDIT) {
+        pre_dialog_mouse = {mouse.x, mouse.y};
+        command_run(COMMAND_PROPERTIES);
+        return;
+    }
     switch (node[id].type) {
     case NODE_OBJECT:
         run_first_action(id);
@@ -136,6 +166,7 @@ static void double_click_node(std::int32_t id) {
 void input_double_click(std::int32_t x, std::int32_t y) {
     mouse.flags |= MOUSE_DOUBLE_CLICK;
     mouse_record_position(x, y);
+    edit_leave_choice();
     const std::int32_t target = input_target(mouse.x, mouse.y);
     if (target == PICK_NOTHING)
         window_toggle_maximised();
@@ -158,21 +189,8 @@ void input_paint() {
     scene_draw();
 }
 
-// True when the program may end.
-static bool settle_changes() {
-    if (scene_changed != 1)
-        return true;
-    const MessageAnswer answer = message_box("Save changes?", "Question", MessageIcon::Question,
-                                             MessageButtons::YesNoCancel);
-    if (answer == MessageAnswer::Cancel)
-        return false;
-    if (answer == MessageAnswer::Yes)
-        xml_save_page(scene_page_file_name);
-    return true;
-}
-
 void input_close() {
-    if (settle_changes())
+    if (page_edit_settle_changes() == PageEditAnswer::Settled)
         window_quit(0);
     reset_frame_timer();
     scene_request_redraw();

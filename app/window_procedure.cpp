@@ -1,3 +1,4 @@
+#include "app/commands.h"
 #include "app/hand_over.h"
 #include "app/input.h"
 #include "app/main_window.h"
@@ -26,6 +27,21 @@ static void take_page(HWND window, const COPYDATASTRUCT *message) {
     scene_request_redraw();
 }
 
+// F10 reaches the program as a key of the system menu; with Control it is a key of ours.
+static bool takes_system_key(WPARAM code) {
+    return code == VK_F10 && keys[KEY_CONTROL] == 1;
+}
+
+// What a menu sends; a message with a window in it comes from a control, and there is none here.
+static void run_command(WPARAM wparam, LPARAM lparam) {
+    if (lparam == 0)
+        command_run(LOWORD(wparam));
+}
+
+static bool is_from_keyboard(LPARAM position) {
+    return position == -1;
+}
+
 static std::int32_t mouse_buttons(WPARAM keys_down) {
     return ((keys_down & MK_LBUTTON) != 0 ? MOUSE_LEFT : 0) |
            ((keys_down & MK_MBUTTON) != 0 ? MOUSE_MIDDLE : 0) |
@@ -45,6 +61,18 @@ LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam
         return 0;
     case WM_KEYDOWN:
         input_key_down(static_cast<std::int32_t>(wparam));
+        return 0;
+    case WM_SYSKEYDOWN:
+        if (!takes_system_key(wparam))
+            break;
+        input_key_down(static_cast<std::int32_t>(wparam));
+        return 0;
+    case WM_CONTEXTMENU: // Shift + F10; the mouse has opened its menu already
+        if (is_from_keyboard(lparam))
+            input_menu_key();
+        return 0;
+    case WM_COMMAND:
+        run_command(wparam, lparam);
         return 0;
     case WM_SIZE:
         input_resize(LOWORD(lparam), HIWORD(lparam));
@@ -70,6 +98,9 @@ LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam
         return 0;
     case WM_MBUTTONUP:
         input_button_up(MOUSE_MIDDLE);
+        return 0;
+    case WM_RBUTTONDOWN:
+        input_right_down(GET_X_LPARAM(lparam), GET_Y_LPARAM(lparam));
         return 0;
     case WM_RBUTTONUP:
         input_button_up(MOUSE_RIGHT);

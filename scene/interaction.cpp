@@ -14,6 +14,7 @@ std::int32_t open_mode;
 std::int32_t run = 1;
 std::int32_t keys[256];
 MouseState mouse;
+WindowPosition pre_dialog_mouse;
 
 void interaction_init() {
     app_mode = APP_VIEW;

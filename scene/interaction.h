@@ -32,6 +32,11 @@ extern std::int32_t run;              // 1 while the main loop runs
 extern std::int32_t keys[256];        // 1 = down, by virtual-key code
 extern MouseState mouse;
 
+struct WindowPosition {
+    std::int32_t x, y; // client pixels from the top left
+};
+extern WindowPosition pre_dialog_mouse; // of the last right click: commands are for what stands there
+
 // View mode, nothing grabbed, no links drawn, no keys down.
 void interaction_init();
 

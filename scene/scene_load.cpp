@@ -416,6 +416,19 @@ std::uint32_t scene_load_page_memory(std::span<const char> bytes, const char *fi
     return finish_page(read_page());
 }
 
+std::uint32_t scene_reload_page() {
+    char file_name[SCENE_FILE_NAME_SIZE];
+    char title[SCENE_TITLE_SIZE];
+    text_copy(file_name, scene_page_file_name);
+    text_copy(title, scene_page_title);
+    const float x = scene_floor.position_x;
+    const float y = scene_floor.position_y;
+    const std::uint32_t result = scene_load_page(file_name, title);
+    scene_floor.position_x = x;
+    scene_floor.position_y = y;
+    return result;
+}
+
 std::int32_t xml_save_page(const char *name) {
     const PageProperties properties = {scene_floor.home_x, scene_floor.home_y, scene_floor.colour};
     return page_save(name, properties);

@@ -1,6 +1,7 @@
 #include "scene/scene_page.h"
 
 #include "actions/misc.h"
+#include "editing/page_edit.h"
 #include "platform/message.h"
 #include "platform/text.h"
 #include "scene/frame_clock.h"
@@ -64,24 +65,31 @@ std::uint32_t open_page_from_command_line(const char *text) {
     return result;
 }
 
-// There is no staying in edit mode here: whatever is not answered with Yes discards the changes.
-static void leave_edit_mode() {
-    if (scene_changed == 1) {
-        const MessageAnswer answer = message_box("Save changes?", "Question", MessageIcon::Question,
-                                                 MessageButtons::YesNoCancel);
-        if (answer == MessageAnswer::Yes)
-            xml_save_page(scene_page_file_name);
+// There is no staying in edit mode here: what is not answered with Yes, or cannot be saved, discards
+// the changes. True when the page shown now differs from its file.
+static bool discard_edit_mode() {
+    page_edit_settle_changes();
+    const bool discarded = scene_changed == 1;
+    page_edit_cancel();
+    return discarded;
+}
+
+static void go_home(bool reload) {
+    // The home page below others is read when it is gone back to; when it is the page shown, nobody
+    // would.
+    if (reload && scene_stack_depth == 0) {
+        const std::uint32_t result = scene_reload_page();
+        if (result != PAGE_LOADED)
+            message_box(scene_load_message(result, SCENE_TOO_MANY_ON_HOME), MESSAGE_CAPTION,
+                        MessageIcon::Exclamation);
     }
-    scene_changed = 0;
-    scene_invalidate_floor();
-    app_mode = APP_VIEW;
-    app_align_mode = 0;
+    scene_page_back_home();
 }
 
 void scene_open_handed_over_page(const char *path) {
-    leave_edit_mode();
+    const bool discarded = discard_edit_mode();
     if (text_contains(path, "home.orvl")) {
-        scene_page_back_home();
+        go_home(discarded);
         return;
     }
     scene_page_out_transition(OPENING);

@@ -53,6 +53,9 @@ std::uint32_t scene_load_page(const char *file_name, const char *title);
 std::uint32_t scene_load_page_memory(std::span<const char> bytes, const char *file_name,
                                      const char *title);
 
+// Loads the page shown again, leaving the floor where it is. PageResult.
+std::uint32_t scene_reload_page();
+
 // Writes the page shown. 0 written, 1 the file cannot be written (the old one is untouched).
 std::int32_t xml_save_page(const char *name);
 

@@ -1,10 +1,10 @@
 #include "scene/scene_page.h"
 
+#include "editing/page_edit.h"
 #include "platform/message.h"
 #include "platform/text.h"
 #include "platform/window.h"
 #include "scene/frame_clock.h"
-#include "scene/interaction.h"
 #include "scene/scene.h"
 #include "scene/scene_transition.h"
 
@@ -91,23 +91,6 @@ void scene_stack_jump(std::int32_t depth) {
         scene_stack_depth = depth;
 }
 
-// False when the user would rather stay and go on editing.
-static bool leave_edit_mode() {
-    if (app_mode != APP_EDIT)
-        return true;
-    if (scene_changed == 1) {
-        const MessageAnswer answer = message_box("Save changes?", "Question", MessageIcon::Question,
-                                                 MessageButtons::YesNoCancel);
-        if (answer == MessageAnswer::Cancel)
-            return false;
-        if (answer == MessageAnswer::Yes)
-            xml_save_page(scene_page_file_name);
-    }
-    scene_invalidate_floor();
-    app_mode = APP_VIEW;
-    return true;
-}
-
 static void show_page() {
     scene_floor.pick_depth = 0.0f; // another zoom level may be in force
     scene_page_in_transition(GOING_BACK);
@@ -118,7 +101,7 @@ static void show_page() {
 }
 
 void scene_page_back() {
-    if (scene_stack_depth == 0 || !leave_edit_mode())
+    if (scene_stack_depth == 0 || !page_edit_leave())
         return;
     scene_page_out_transition(GOING_BACK);
     scene_stack_pop();
@@ -126,7 +109,7 @@ void scene_page_back() {
 }
 
 void scene_page_back_home() {
-    if (scene_stack_depth == 0 || !leave_edit_mode())
+    if (scene_stack_depth == 0 || !page_edit_leave())
         return;
     scene_page_out_transition(GOING_BACK);
     scene_stack_jump(1);

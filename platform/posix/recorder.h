@@ -25,6 +25,10 @@ struct RecordedMenu {
     std::int32_t node; // -1 = none
 };
 
+struct RecordedColour {
+    std::int32_t red, green, blue; // 0..255
+};
+
 struct Recorder {
     std::vector<RecordedMessage> messages;
     std::vector<MessageAnswer> answers; // given in turn; then Ok or Cancel, whichever the box has
@@ -32,6 +36,9 @@ struct Recorder {
     int (*start_result)(const RecordedStart &start); // null = every start succeeds
     std::string browser_command;                     // empty = there is no such registry key
     std::vector<RecordedMenu> menus;                 // shown, and closed without a choice
+
+    bool chooses_colour; // in the colour chooser, else it is closed without a choice
+    RecordedColour colour_choice, colour_offered;
 
     std::int32_t swaps, invalidations, toggles; // calls so far
     bool minimised, background;                 // state of the imagined window

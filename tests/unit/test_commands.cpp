@@ -1,0 +1,307 @@
+#include "app/commands.h"
+
+#include "actions/command.h"
+#include "editing/clipboard.h"
+#include "editing/undo.h"
+#include "page/options.h"
+#include "platform/text.h"
+#include "scene/interaction.h"
+#include "scene/scene_page.h"
+#include "tests/support/edit_stage.h"
+#include "tests/support/message_script.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+// ---- the table
+
+TEST(CommandTable, every_id_and_every_key_stands_in_it_once) {
+    std::set<std::int32_t> found;
+    for (std::int32_t id = 0; id < 3000; id++) {
+        const Command *command = command_find(id);
+        if (command == nullptr)
+            continue;
+        EXPECT_EQ(command->id, id);
+        for (const std::int32_t key : {command->key, command->second_key}) {
+            if (key == 0)
+                continue;
+            EXPECT_TRUE(found.insert(key).second) << id;
+        }
+    }
+    EXPECT_EQ(found, (std::set<std::int32_t>{67, 99, 86, 118, 88, 120, 89, 121, 90, 122}));
+}
+
+TEST(CommandTable, colours_are_offered_with_the_names_of_the_presets) {
+    for (std::int32_t i = 0; i < 6; i++) {
+        const Command *command = command_find(COMMAND_COLOUR_FIRST + i);
+        ASSERT_NE(command, nullptr);
+        EXPECT_STREQ(command->text, PAGE_COLOUR_PRESETS[i].name);
+        EXPECT_EQ(command->image, MENU_IMAGE_SWATCH_FIRST + i);
+    }
+}
+
+TEST(CommandTable, an_id_that_is_no_command_says_so) {
+    const EditStage stage;
+    for (const std::int32_t id : {0, 999, 1016, 1206, 1299 + 1, 1999}) {
+        const MessageScript script;
+        command_run(id);
+        ASSERT_EQ(script.shown().size(), 1u) << id;
+        EXPECT_EQ(script.shown()[0].text, "Unkonwn option (" + std::to_string(id) + ").");
+        EXPECT_EQ(script.shown()[0].caption, "Not implemented");
+    }
+}
+
+// ---- deleting
+
+TEST(DeleteCommand, asks_first_and_No_keeps_the_object) {
+    const EditStage stage;
+    orvanel_options.confirm_object_delete = 1;
+    const std::int32_t id = stage_add_object("a", 0.0f, 0.0f);
+    {
+        const MessageScript script({MessageAnswer::No});
+        stage_command(COMMAND_DELETE, id);
+        ASSERT_EQ(script.shown().size(), 1u);
+        EXPECT_EQ(script.shown()[0].text, "Are you sure?");
+        EXPECT_EQ(script.shown()[0].caption, "Orvanel");
+    }
+    EXPECT_EQ(node_total, 1);
+    EXPECT_EQ(undo_total, 0);
+    const MessageScript script({MessageAnswer::Yes});
+    stage_command(COMMAND_DELETE, id);
+    EXPECT_EQ(node_total, 0);
+    EXPECT_EQ(undo_total, 1);
+    EXPECT_EQ(scene_changed, 1);
+    EXPECT_EQ(scene_page_hosts_total, 0);
+}
+
+TEST(DeleteCommand, of_an_object_can_be_undone_with_its_links) {
+    const EditStage stage;
+    const std::int32_t a = stage_add_object("a", -8.0f, 0.0f, 3);
+    const std::int32_t b = stage_add_object("b", 8.0f, 0.0f);
+    ASSERT_EQ(line_create_from_ids(a, b), 0);
+    stage_command(COMMAND_DELETE, a);
+    EXPECT_EQ(node_total, 1);
+    EXPECT_EQ(line_total, 0);
+    stage_command(COMMAND_UNDO, -1);
+    ASSERT_EQ(node_total, 2);
+    EXPECT_STREQ(node[0].name, "a");
+    EXPECT_EQ(node[0].action_count, 3);
+    EXPECT_STREQ(node[0].actions[2]->command, "command 3");
+    EXPECT_EQ(line_total, 1);
+    stage_command(COMMAND_REDO, -1);
+    EXPECT_EQ(node_total, 1);
+    EXPECT_STREQ(node[0].name, "b");
+}
+
+TEST(DeleteCommand, of_the_template_object_takes_the_template_along) {
+    const EditStage stage;
+    const std::int32_t id = stage_add_object("Template", 0.0f, 0.0f);
+    template_object_load();
+    ASSERT_EQ(template_object_check(), 0);
+    stage_command(COMMAND_DELETE, id);
+    EXPECT_NE(template_object_check(), 0);
+}
+
+TEST(DeleteCommand, of_nothing_only_marks_the_page_as_changed) {
+    const EditStage stage;
+    stage_command(COMMAND_DELETE, -1);
+    EXPECT_EQ(scene_changed, 1);
+    EXPECT_EQ(undo_total, 0);
+}
+
+TEST(DeletePageObject, whose_page_file_is_home_orvl_never_offers_to_delete_the_file) {
+    for (const char *name : {"home.orvl", "HOME.ORVL"}) {
+        EditStage stage;
+        stage.folder.write(name, "home");
+        orvanel_options.confirm_page_file_delete = 1;
+        const std::int32_t id = stage_add_page("Home", name, 0.0f, 0.0f);
+        const MessageScript script({MessageAnswer::Yes});
+        stage_command(COMMAND_DELETE, id);
+        EXPECT_EQ(node_total, 0);
+        EXPECT_TRUE(script.shown().empty());
+        EXPECT_EQ(stage.folder.read(name), "home");
+        EXPECT_EQ(undo_total, 1);
+    }
+}
+
+TEST(DeletePageObject, file_cannot_be_undone_the_page_is_saved_and_the_history_cleared_at_once) {
+    EditStage stage;
+    orvanel_options.confirm_page_file_delete = 1;
+    stage.folder.write("sub.orvl", "sub");
+    stage_add_object("kept", -8.0f, 0.0f);
+    const std::int32_t id = stage_add_page("Sub", "sub.orvl", 8.0f, 0.0f);
+    const MessageScript script({MessageAnswer::Yes});
+    stage_command(COMMAND_DELETE, id);
+    ASSERT_EQ(script.shown().size(), 1u);
+    EXPECT_EQ(script.shown()[0].text,
+              "The Page has been deleted.\nDo you also want to delete the page file?");
+    EXPECT_FALSE(file_exists(stage.folder.file("sub.orvl").c_str()));
+    EXPECT_NE(undo_available(), 0);
+    EXPECT_EQ(scene_changed, 0);
+    EXPECT_NE(stage.page_text().find("kept"), std::string::npos);
+    EXPECT_EQ(scene_page_links_total, 0);
+}
+
+TEST(DeletePageObject, keeps_its_file_and_the_history_when_the_question_is_answered_No) {
+    EditStage stage;
+    orvanel_options.confirm_page_file_delete = 1;
+    stage.folder.write("sub.orvl", "sub");
+    const std::int32_t id = stage_add_page("Sub", "sub.orvl", 0.0f, 0.0f);
+    const MessageScript script({MessageAnswer::No});
+    stage_command(COMMAND_DELETE, id);
+    EXPECT_EQ(stage.folder.read("sub.orvl"), "sub");
+    EXPECT_EQ(undo_total, 1);
+    EXPECT_EQ(scene_changed, 1);
+}
+
+TEST(DeletePageObject, deletes_the_file_without_a_question_when_the_option_is_off) {
+    EditStage stage;
+    stage.folder.write("sub.orvl", "sub");
+    const MessageScript script;
+    stage_command(COMMAND_DELETE, stage_add_page("Sub", "sub.orvl", 0.0f, 0.0f));
+    EXPECT_TRUE(script.shown().empty());
+    EXPECT_FALSE(file_exists(stage.folder.file("sub.orvl").c_str()));
+}
+
+TEST(DeletePageObject, by_the_command_without_the_question_keeps_the_file) {
+    EditStage stage;
+    stage.folder.write("sub.orvl", "sub");
+    const MessageScript script;
+    stage_command(COMMAND_DELETE_KEEPING_FILE, stage_add_page("Sub", "sub.orvl", 0.0f, 0.0f));
+    EXPECT_TRUE(script.shown().empty());
+    EXPECT_EQ(node_total, 0);
+    EXPECT_EQ(stage.folder.read("sub.orvl"), "sub");
+}
+
+#ifdef _WIN32 // the other system deletes read-only files
+TEST(DeletePageObject, says_so_when_the_file_cannot_be_removed_and_saves_the_page_all_the_same) {
+    EditStage stage;
+    stage.folder.write("sub.orvl", "sub");
+    stage.folder.set_read_only("sub.orvl", true);
+    const MessageScript script;
+    stage_command(COMMAND_DELETE, stage_add_page("Sub", "sub.orvl", 0.0f, 0.0f));
+    ASSERT_EQ(script.shown().size(), 1u);
+    EXPECT_EQ(script.shown()[0].text, "Failed to remove page file");
+    EXPECT_EQ(undo_total, 0);
+    EXPECT_EQ(scene_changed, 0);
+    stage.folder.set_read_only("sub.orvl", false);
+}
+#endif
+
+// ---- clipboard
+
+TEST(ClipboardCommands, cut_takes_the_object_off_the_page_and_paste_puts_it_under_the_mouse) {
+    const EditStage stage;
+    const std::int32_t id = stage_add_object("a", 0.0f, 0.0f, 2);
+    stage_command(COMMAND_CUT, id);
+    EXPECT_EQ(node_total, 0);
+    EXPECT_EQ(clipboard_used, CLIPBOARD_CUT);
+    EXPECT_EQ(scene_page_hosts_total, 0);
+    EXPECT_EQ(undo_total, 1);
+    EXPECT_EQ(scene_changed, 1);
+    stage_point_at_floor(7.0f, 5.0f);
+    command_run(COMMAND_PASTE);
+    ASSERT_EQ(node_total, 1);
+    EXPECT_STREQ(node[0].name, "a");
+    EXPECT_NEAR(node[0].x, 7.0f, 0.2f);
+    EXPECT_NEAR(node[0].y, 5.0f, 0.2f);
+    EXPECT_EQ(scene_page_hosts_total, 1);
+    EXPECT_EQ(undo_total, 2);
+}
+
+TEST(ClipboardCommands, copy_takes_no_snapshot_and_changes_nothing) {
+    const EditStage stage;
+    const std::int32_t id = stage_add_object("a", 0.0f, 0.0f);
+    stage_command(COMMAND_COPY, id);
+    EXPECT_EQ(clipboard_used, CLIPBOARD_COPIED);
+    EXPECT_STREQ(clipboard.name, "a");
+    EXPECT_EQ(undo_total, 0);
+    EXPECT_EQ(scene_changed, 0);
+    EXPECT_EQ(node_total, 1);
+}
+
+TEST(ClipboardCommands, on_empty_floor_cut_and_copy_do_nothing) {
+    const EditStage stage;
+    stage_add_object("a", 5.0f, 5.0f);
+    stage_command(COMMAND_CUT, -1);
+    stage_command(COMMAND_COPY, -1);
+    EXPECT_EQ(clipboard_used, CLIPBOARD_EMPTY);
+    EXPECT_EQ(node_total, 1);
+    EXPECT_EQ(undo_total, 0);
+}
+
+TEST(ClipboardCommands, paste_with_an_empty_clipboard_leaves_no_undo_entry) {
+    const EditStage stage;
+    stage_command(COMMAND_PASTE, -1);
+    EXPECT_EQ(undo_total, 0);
+    EXPECT_EQ(scene_changed, 0);
+}
+
+TEST(ClipboardCommands, on_a_full_page_paste_says_so_and_changes_nothing) {
+    const EditStage stage;
+    stage_command(COMMAND_COPY, stage_add_object("a", 0.0f, 0.0f));
+    while (node_total < 255)
+        stage_add_object("b", 50.0f, 50.0f);
+    const MessageScript script;
+    stage_command(COMMAND_PASTE, -1);
+    ASSERT_EQ(script.shown().size(), 1u);
+    EXPECT_EQ(script.shown()[0].text, "The maximum number of items has been reached on this page.");
+    EXPECT_EQ(script.shown()[0].caption, "Orvanel");
+    EXPECT_EQ(node_total, 255);
+    EXPECT_EQ(undo_total, 0);
+}
+
+TEST(ClipboardCommands, paste_actions_replaces_the_actions_and_renews_the_template) {
+    const EditStage stage;
+    stage_command(COMMAND_COPY, stage_add_object("a", -8.0f, 0.0f, 3));
+    const std::int32_t id = stage_add_object("Template", 8.0f, 0.0f, 1);
+    stage_command(COMMAND_PASTE_ACTIONS, id);
+    EXPECT_EQ(node[id].action_count, 3);
+    EXPECT_EQ(undo_total, 1);
+    EXPECT_EQ(scene_changed, 1);
+    ASSERT_EQ(template_object_check(), 0);
+    EXPECT_EQ(template_object.node.action_count, 3);
+    stage_command(COMMAND_UNDO, -1);
+    EXPECT_EQ(node[id].action_count, 1);
+}
+
+// ---- links and alignment
+
+TEST(LinkCommands, remove_links_takes_all_of_the_object_s_links_and_can_be_undone) {
+    const EditStage stage;
+    const std::int32_t a = stage_add_object("a", -10.0f, 0.0f);
+    const std::int32_t b = stage_add_object("b", 0.0f, 8.0f);
+    const std::int32_t c = stage_add_object("c", 10.0f, 0.0f);
+    line_create_from_ids(a, b);
+    line_create_from_ids(c, a);
+    line_create_from_ids(b, c);
+    stage_command(COMMAND_REMOVE_LINKS, a);
+    EXPECT_EQ(line_total, 1);
+    EXPECT_EQ(scene_changed, 1);
+    stage_command(COMMAND_UNDO, -1);
+    EXPECT_EQ(line_total, 3);
+}
+
+TEST(GridCommand, moves_the_object_to_the_grid_and_leaves_no_entry_when_it_stood_there) {
+    const EditStage stage; // without good graphics the grid is 20 wide
+    const std::int32_t id = stage_add_object("a", 8.0f, 3.0f);
+    stage_command(COMMAND_ALIGN_WITH_GRID, id);
+    EXPECT_NEAR(node[id].x, 0.0f, 1e-4f);
+    EXPECT_NEAR(node[id].y, 0.0f, 1e-4f);
+    EXPECT_EQ(undo_total, 1);
+    node[id].x = node[id].y = 0.0f;
+    stage_command(COMMAND_ALIGN_WITH_GRID, id);
+    EXPECT_EQ(undo_total, 1);
+    EXPECT_EQ(scene_changed, 1);
+}
+
+// ---- actions
+
+TEST(ActionCommands, without_an_object_under_the_remembered_position_nothing_runs) {
+    const EditStage stage;
+    const MessageScript script;
+    stage_command(COMMAND_ACTION_FIRST, -1);
+    stage_command(COMMAND_ACTION_FIRST + 60000, -1);
+    EXPECT_TRUE(script.shown().empty());
+}

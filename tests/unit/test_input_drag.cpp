@@ -1,0 +1,231 @@
+#include "app/input_drag.h"
+
+#include "app/input.h"
+#include "editing/undo.h"
+#include "page/options.h"
+#include "scene/gl_util.h"
+#include "scene/interaction.h"
+#include "scene/scene.h"
+#include "scene/scene_page.h"
+#include "tests/support/edit_stage.h"
+#include "tests/support/manual_clock.h"
+
+#include <gtest/gtest.h>
+
+struct DragStage : EditStage {
+    DragStage() {
+        manual_clock_step(0); // the time between two moves is the test's
+    }
+};
+
+static void press(std::int32_t id) {
+    stage_draw();
+    const WindowPoint point = stage_node_point(id);
+    input_left_down(point.x, point.y);
+}
+
+// From where the mouse is, in steps of at most 5 pixels.
+static void move_by(std::int32_t dx, std::int32_t dy, std::uint32_t milliseconds = 10) {
+    const std::int32_t steps = (std::abs(dx) + std::abs(dy)) / 5 + 1;
+    const std::int32_t x = mouse.x;
+    const std::int32_t y = mouse.y;
+    for (std::int32_t i = 1; i <= steps; i++) {
+        manual_clock_advance(milliseconds);
+        input_mouse_move(x + dx * i / steps, y + dy * i / steps, MOUSE_LEFT);
+    }
+}
+
+static void release() {
+    input_left_up(mouse.x, mouse.y);
+}
+
+static void rest_and_release() {
+    manual_clock_advance(1000);
+    release();
+}
+
+TEST(NodeDrag, the_object_follows_the_mouse_and_the_floor_stays) {
+    for (const std::int32_t level : {0, 4, 8}) {
+        const DragStage stage;
+        stage_zoom_level(level);
+        const std::int32_t id = stage_add_object("a", 0.0f, 0.0f);
+        press(id);
+        EXPECT_EQ(node[id].grab_state, GRAB_GRABBED);
+        EXPECT_EQ(scene_floor.drag_state, 0);
+        EXPECT_EQ(app_node_grabbed, 1);
+        float start_x, start_y, end_x, end_y;
+        input_floor_position(mouse.x, mouse.y, &start_x, &start_y);
+        move_by(120, -60);
+        input_floor_position(mouse.x, mouse.y, &end_x, &end_y);
+        EXPECT_NEAR(node[id].x, end_x - start_x, 1e-3f) << level;
+        EXPECT_NEAR(node[id].y, end_y - start_y, 1e-3f) << level;
+        EXPECT_EQ(scene_floor.position_x, 0.0f);
+        rest_and_release();
+        EXPECT_EQ(node[id].grab_state, GRAB_HOVERED);
+        EXPECT_EQ(scene_changed, 1);
+    }
+}
+
+TEST(NodeDrag, a_label_stays_under_the_mouse_on_its_own_plane) {
+    const DragStage stage;
+    const std::int32_t id = stage_add_label("a label", 0.0f, 0.0f);
+    press(id);
+    ASSERT_EQ(node[id].grab_state, GRAB_GRABBED);
+    EXPECT_EQ(node[id].label_depth, 1);
+    float start_x, start_y, end_x, end_y;
+    const float depth = gl_depth_of_zoom_level(DEPTH_LOOKUP_LABEL);
+    GetOGLPos(mouse.x, mouse.y, &start_x, &start_y, depth);
+    move_by(100, 50);
+    GetOGLPos(mouse.x, mouse.y, &end_x, &end_y, depth);
+    EXPECT_NEAR(node[id].x, end_x - start_x, 1e-3f);
+    EXPECT_NEAR(node[id].y, end_y - start_y, 1e-3f);
+    rest_and_release();
+}
+
+TEST(NodeDrag, pushes_the_objects_in_its_way_aside) {
+    const DragStage stage;
+    const std::int32_t a = stage_add_object("a", -10.0f, 0.0f);
+    const std::int32_t b = stage_add_object("b", 0.0f, 0.5f);
+    press(a);
+    move_by(150, 0);
+    rest_and_release();
+    EXPECT_GT(node[a].x, -5.0f);
+    EXPECT_GT(node[b].x, node[a].x);
+    EXPECT_GE(node[b].x + node[b].dimensions[EXTENT_LEFT],
+              node[a].x + node[a].dimensions[EXTENT_RIGHT] - 1e-3f);
+}
+
+TEST(NodeDrag, is_one_undo_entry_that_brings_everything_back) {
+    const DragStage stage;
+    const std::int32_t a = stage_add_object("a", -10.0f, 0.0f);
+    const std::int32_t b = stage_add_object("b", 0.0f, 0.5f);
+    press(a);
+    move_by(150, 30);
+    rest_and_release();
+    EXPECT_EQ(undo_total, 1);
+    undo_pop();
+    EXPECT_EQ(node[a].x, -10.0f);
+    EXPECT_EQ(node[a].y, 0.0f);
+    EXPECT_EQ(node[b].x, 0.0f);
+    EXPECT_EQ(node[b].y, 0.5f);
+}
+
+TEST(NodeDrag, a_click_without_moving_leaves_no_undo_entry_and_keeps_what_can_be_redone) {
+    const DragStage stage;
+    const std::int32_t id = stage_add_object("a", 0.0f, 0.0f);
+    redo_push();
+    press(id);
+    EXPECT_EQ(undo_total, 1);
+    release();
+    EXPECT_EQ(undo_total, 0);
+    EXPECT_EQ(redo_total, 1);
+    EXPECT_EQ(scene_changed, 0);
+    EXPECT_EQ(node[id].x, 0.0f);
+}
+
+TEST(NodeDrag, ends_where_it_is_when_the_mouse_is_taken_away) {
+    const DragStage stage;
+    const std::int32_t id = stage_add_object("a", 0.0f, 0.0f);
+    press(id);
+    move_by(60, 0);
+    const float x = node[id].x;
+    input_capture_lost();
+    EXPECT_EQ(node[id].grab_state, GRAB_HOVERED);
+    EXPECT_EQ(undo_total, 1);
+    move_by(60, 0);
+    EXPECT_EQ(node[id].x, x);
+}
+
+TEST(NodeDrag, an_undo_in_the_middle_of_it_ends_it) {
+    const DragStage stage;
+    const std::int32_t id = stage_add_object("a", 0.0f, 0.0f);
+    press(id);
+    move_by(60, 0);
+    input_key_down(KEY_CONTROL);
+    input_key_down('Z');
+    input_key_up('Z');
+    input_key_up(KEY_CONTROL);
+    EXPECT_EQ(node[id].x, 0.0f);
+    move_by(60, 0);
+    EXPECT_EQ(node[id].x, 0.0f);
+    release();
+    EXPECT_EQ(undo_total, 0);
+    EXPECT_EQ(redo_total, 1);
+}
+
+TEST(NodeDrag, cutting_the_object_in_the_middle_of_it_drags_no_other_along) {
+    const DragStage stage;
+    const std::int32_t a = stage_add_object("a", 0.0f, 0.0f);
+    const std::int32_t b = stage_add_object("b", 15.0f, 10.0f);
+    (void)b;
+    press(a);
+    move_by(20, 0);
+    stage_draw();
+    input_key_down(KEY_CONTROL);
+    input_key_down('X');
+    input_key_up(KEY_CONTROL);
+    ASSERT_EQ(node_total, 1);
+    move_by(40, 0);
+    EXPECT_EQ(node[0].x, 15.0f);
+    release();
+}
+
+// ---- throwing
+
+TEST(NodeThrow, keeps_the_speed_of_the_hand_for_30_frames) {
+    const DragStage stage;
+    orvanel_options.good_graphics_card = 1;
+    const std::int32_t id = stage_add_object("a", -10.0f, 0.0f);
+    press(id);
+    move_by(100, 0, 25);
+    const float before = node[id].x;
+    release();
+    EXPECT_EQ(node[id].inertia_frames, 30);
+    EXPECT_GT(node[id].inertia_dx, 0.05f);
+    EXPECT_NEAR(node[id].inertia_dy, 0.0f, 1e-3f);
+    const float speed = node[id].inertia_dx;
+    scene_process_frame();
+    EXPECT_NEAR(node[id].x, before + speed, 1e-3f);
+    EXPECT_EQ(undo_total, 1);
+}
+
+TEST(NodeThrow, needs_both_options_and_a_hand_that_moves) {
+    for (int lacking = 0; lacking < 3; lacking++) {
+        const DragStage stage;
+        orvanel_options.good_graphics_card = lacking != 0;
+        orvanel_options.object_inertia = lacking != 1;
+        const std::int32_t id = stage_add_object("a", 0.0f, 0.0f);
+        press(id);
+        move_by(100, 0);
+        if (lacking == 2)
+            rest_and_release();
+        else
+            release();
+        EXPECT_EQ(node[id].inertia_dx, 0.0f) << lacking;
+    }
+}
+
+TEST(NodeThrow, grabbing_the_object_again_stops_it) {
+    const DragStage stage;
+    const std::int32_t id = stage_add_object("a", 0.0f, 0.0f);
+    node[id].inertia_dx = 1.0f;
+    node[id].inertia_frames = 20;
+    press(id);
+    EXPECT_EQ(node[id].inertia_frames, 0);
+    EXPECT_EQ(node[id].inertia_dx, 0.0f);
+    EXPECT_EQ(node[id].grab_x, node[id].x);
+    release();
+}
+
+TEST(EditModePress, on_the_empty_floor_drags_the_floor) {
+    const DragStage stage;
+    stage_add_object("a", 10.0f, 10.0f);
+    stage_draw();
+    const WindowPoint point = stage_window_point(-5.0f, -5.0f, 0.0f);
+    input_left_down(point.x, point.y);
+    EXPECT_EQ(scene_floor.drag_state, 1);
+    move_by(50, 0);
+    EXPECT_LT(scene_floor.position_x, -0.5f);
+    EXPECT_EQ(undo_total, 0);
+    release();
+}
