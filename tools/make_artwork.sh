@@ -1,5 +1,5 @@
 #!/bin/bash
-# Makes the bitmap resources of the navigation buttons from their SVG sources.
+# Makes the bitmap resources of the navigation buttons and menus from their SVG sources.
 set -e
 . "$(dirname "$0")/lib.sh"
 cd "$ORVANEL_ROOT"
@@ -7,7 +7,13 @@ cd "$ORVANEL_ROOT"
 # Not the first "convert" on the path: only ImageMagick's own writes bitmaps.
 convert=/usr/bin/convert-im6.q16
 # Pixels along the rounded corners are mixed with this tone, which lies between dark floors and white.
-edge='#3a4758'
+button_edge='#3a4758'
+# The same for the menus: between the icon column and the highlighted icon column.
+menu_edge='#d2e2f1'
+menu_transparent='#00ff00'
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
 
 need_tool() {
     command -v "$1" >/dev/null && return
@@ -15,20 +21,44 @@ need_tool() {
     exit 1
 }
 
-# The program takes a pixel without red for transparent, any other for opaque: what the drawing
-# covers by less than half becomes black, the rest is made opaque.
+# Bitmaps know no half-transparent pixels: what the drawing covers by less than a share becomes
+# transparent, the rest is mixed with the tone of the edge and made opaque.
+draw() { # drawing, edge, share, what rsvg-convert needs besides
+    rsvg-convert "${@:4}" "resources/artwork/$1.svg" -o "$work/drawing.png"
+    $convert "$work/drawing.png" -background "$2" -flatten "$work/colour.png"
+    $convert "$work/drawing.png" -alpha extract -threshold "$3" "$work/mask.png"
+}
+
+# The program takes a pixel without red for transparent.
 make_button() { # name
-    local work
-    work=$(mktemp -d)
-    rsvg-convert "resources/artwork/$1.svg" -o "$work/drawing.png"
-    $convert "$work/drawing.png" -background "$edge" -flatten "$work/colour.png"
-    $convert "$work/drawing.png" -alpha extract -threshold 45% "$work/mask.png"
+    draw "$1" "$button_edge" 45%
     $convert "$work/colour.png" "$work/mask.png" -compose multiply -composite \
         -type TrueColor "BMP3:resources/$1.bmp"
-    rm -r "$work"
+}
+
+make_menu_picture() { # bitmap, drawing, what rsvg-convert needs besides
+    draw "$2" "$menu_edge" 30% "${@:3}"
+    $convert "$work/colour.png" -fill "$menu_transparent" -colorize 100 "$work/colour.png" \
+        "$work/mask.png" -composite -type TrueColor "BMP3:resources/$1.bmp"
+}
+
+make_swatch() { # name, colour of the floor, where the light falls on it, of its grid, of the frame
+    printf '.floor { stop-color: %s } .lit { stop-color: %s } .grid { stroke: %s } .frame { stroke: %s }' \
+        "${@:2}" >"$work/swatch.css"
+    make_menu_picture "swatch_$1" swatch --stylesheet "$work/swatch.css"
 }
 
 need_tool rsvg-convert librsvg2-bin
 need_tool "$convert" imagemagick
 make_button button_back
 make_button button_home
+for drawing in resources/artwork/menu_*.svg; do
+    name=$(basename "$drawing" .svg)
+    make_menu_picture "$name" "$name"
+done
+make_swatch blue '#16283a' '#2b4f73' '#406182' '#5a7b9c'
+make_swatch gray '#2b2b2b' '#565656' '#676767' '#818181'
+make_swatch turquoise '#103a37' '#1f736e' '#35827d' '#4f9c97'
+make_swatch purple '#221c3a' '#433773' '#564b82' '#70659c'
+make_swatch orange '#4d2800' '#9a4f00' '#a56118' '#bf7b32'
+make_swatch black '#000000' '#000000' '#202020' '#606060'
