@@ -24,9 +24,11 @@ struct SceneFont {
 };
 
 // A name is centred by its width in font_node_name_6, a label boxed by that in font_node_name_8,
-// whatever the zoom level. The sizes therefore follow the perspective: at level n a text should be
-// about 160 / (172 - 10 n) times font 6, and a label two fonts further on 152 / (160 - 10 n) times
-// font 8. Fonts 6 and 8 cannot meet both wishes and lie between them.
+// whatever the zoom level. The width is a length on the floor, of which perspective and screen make
+// pixels: on a screen of 768 or 1080 lines, at level n, a name should be 90 to 95 / (172 - 10 n)
+// times as large as font 6, and a label, two fonts further on, 90 to 95 / (160 - 10 n) times
+// font 8. Font 6 would have to be smaller than itself, and font 8 serves names of level 8 as well:
+// from level 6 on, names stand up to a tenth of their width to the right of the middle.
 static constexpr SceneFont FONTS[] = {
     {&font_page_title, 40, FONT_WEIGHT_NORMAL},  {&font_node_name_0, 10, FONT_WEIGHT_BOLD},
     {&font_node_name_1, 11, FONT_WEIGHT_BOLD},   {&font_node_name_2, 11, FONT_WEIGHT_BOLD},

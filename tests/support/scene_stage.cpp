@@ -37,6 +37,8 @@ std::int32_t stage_add(NodeType type, float x, float y) {
     const std::int32_t id = node_total++;
     node_init_node(id);
     node[id].type = type;
+    node[id].name[0] = '\0';
+    node[id].description[0] = '\0';
     node[id].x = x;
     node[id].y = y;
     node[id].model_id = 0;

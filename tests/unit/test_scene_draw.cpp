@@ -2,7 +2,9 @@
 
 #include "page/options.h"
 #include "platform/gl.h"
+#include "platform/text.h"
 #include "scene/gl_util.h"
+#include "scene/scene_page.h"
 #include "tests/support/scene_stage.h"
 
 #include <gtest/gtest.h>
@@ -68,6 +70,27 @@ TEST(SceneDraw, a_minimised_window_is_not_drawn_and_is_drawn_once_it_is_back) {
     EXPECT_EQ(recorder.swaps, swaps + 1);
 }
 #endif
+
+TEST(SceneDraw, a_picture_holds_the_title_and_the_name_below_the_object) {
+    const SceneStage stage;
+    stage_draw();
+    const auto title = [] { return gl_count_differing(10, 10, 120, 50, {0, 0, 0}, 150); };
+    EXPECT_EQ(title(), 0);
+    orvanel_options.show_home_page_title = 1;
+    text_copy(scene_page_title, "Home");
+    stage_draw();
+    EXPECT_GT(title(), 100);
+    const std::int32_t id = stage_add(NODE_OBJECT, 0.0f, 0.0f);
+    const WindowPoint below = stage_window_point(0.0f, -3.0f, 0.0f);
+    const auto name = [below] {
+        return gl_count_differing(below.x - 30, below.y - 12, 60, 24, {0, 0, 0}, 200);
+    };
+    stage_draw();
+    EXPECT_EQ(name(), 0);
+    text_copy(node[id].name, "Mail");
+    stage_draw();
+    EXPECT_GT(name(), 20);
+}
 
 TEST(SceneDraw, leaves_no_error_and_no_matrix_behind) {
     const SceneStage stage;

@@ -195,6 +195,15 @@ TEST(Floor, is_compiled_once_and_kept_until_it_is_invalidated) {
     EXPECT_GT(gl_pixel(bare.x, bare.y).green, 60);
 }
 
+TEST(Floor, gives_its_list_back_when_it_is_invalidated) {
+    const SceneStage stage;
+    stage_draw();
+    const std::uint32_t list = scene_floor.list;
+    ASSERT_EQ(glIsList(list), GL_TRUE);
+    scene_invalidate_floor();
+    EXPECT_EQ(glIsList(list), GL_FALSE);
+}
+
 TEST(Floor, asks_for_one_more_picture_when_it_has_worked_out_the_bounds) {
     const SceneStage stage;
     scene_draw_floor(); // compiles the list

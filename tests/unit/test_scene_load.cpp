@@ -134,6 +134,18 @@ TEST_F(SceneLoadTest, versions_0_and_1_ignore_the_properties) {
     }
 }
 
+TEST_F(SceneLoadTest, a_negative_version_neither_reads_the_properties_nor_resets_them) {
+    scene_floor.home_x = scene_floor.position_x = 9.0f;
+    scene_floor.colour = {0, 0.25f, 0.5f, 0.75f, 0.8f};
+    EXPECT_EQ(
+        load(page("-1", properties(text_element("x_position", "5") + colour("0.9", "0.9", "0.9")))),
+        PAGE_LOADED);
+    EXPECT_EQ(scene_floor.home_x, 9.0f);
+    EXPECT_EQ(scene_floor.position_x, 9.0f);
+    EXPECT_EQ(scene_floor.colour.use_default, 0);
+    EXPECT_EQ(scene_floor.colour.red, 0.25f);
+}
+
 TEST_F(SceneLoadTest, a_page_of_a_newer_version_changes_no_colour) {
     scene_floor.colour = {0, 0.25f, 0.5f, 0.75f, 0.8f};
     scene_floor.previous_colour = {0, 0.1f, 0.1f, 0.1f, 0.8f};
@@ -234,6 +246,15 @@ TEST_F(SceneLoadTest, a_missing_page_empties_the_scene_and_is_remembered) {
     EXPECT_EQ(line_total, 0);
     EXPECT_STREQ(scene_page_file_name, "none.orvl");
     EXPECT_STREQ(scene_page_title, "None");
+}
+
+TEST_F(SceneLoadTest, display_lists_of_the_models_are_given_back_whether_or_not_there_is_a_page) {
+    models[0].display_list_compiled = 1;
+    EXPECT_EQ(scene_load_page("none.orvl", "None"), PAGE_NOT_OPENED);
+    EXPECT_EQ(models[0].display_list_compiled, 0);
+    models[0].display_list_compiled = 1;
+    EXPECT_EQ(load(page("4", "")), PAGE_LOADED);
+    EXPECT_EQ(models[0].display_list_compiled, 0);
 }
 
 TEST_F(SceneLoadTest, a_missing_xml_page_is_loaded_from_its_orvl_twin_and_takes_its_name) {

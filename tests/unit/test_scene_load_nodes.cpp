@@ -31,6 +31,26 @@ TEST_F(SceneLoadTest, a_model_of_the_models_folder_is_loaded_once) {
     EXPECT_EQ(node[1].dimensions[EXTENT_RIGHT], 5.5f);
 }
 
+static std::string page_object() {
+    return typed("page", object_fields("Sub") + text_element("page_file", "sub.orvl"));
+}
+
+TEST_F(SceneLoadTest, broken_objects_are_counted_and_broken_page_objects_are_not) {
+    EXPECT_EQ(load(page("4", object("a") + without(object("b"), "name"))), PAGE_SYNTAX);
+    EXPECT_EQ(scene_page_hosts_total, 2);
+    EXPECT_EQ(load(page("4", page_object() + without(page_object(), "name"))), PAGE_SYNTAX);
+    EXPECT_EQ(scene_page_links_total, 1);
+}
+
+TEST_F(SceneLoadTest, every_page_is_counted_from_nothing) {
+    EXPECT_EQ(load(page("4", object("a") + page_object() + object("b"))), PAGE_LOADED);
+    EXPECT_EQ(scene_page_hosts_total, 2);
+    EXPECT_EQ(scene_page_links_total, 1);
+    EXPECT_EQ(load(page("4", "")), PAGE_LOADED);
+    EXPECT_EQ(scene_page_hosts_total, 0);
+    EXPECT_EQ(scene_page_links_total, 0);
+}
+
 TEST_F(SceneLoadTest, a_missing_required_field_of_an_object_is_a_syntax_error) {
     for (const char *tag : {"name", "description", "x_position", "y_position", "model"}) {
         EXPECT_EQ(load(page("4", label("x") + without(object("a"), tag))), PAGE_SYNTAX) << tag;
@@ -144,6 +164,29 @@ TEST_F(SceneLoadTest, a_command_that_lacks_its_text_does_not_show_that_of_anothe
     EXPECT_STREQ(node[0].actions[0]->icon, "");
 }
 
+TEST_F(SceneLoadTest, a_submenu_stands_at_the_top_level_whatever_the_slot_held) {
+    EXPECT_EQ(load(page("4", object("a", command("old", "x", "y")))), PAGE_LOADED);
+    ASSERT_EQ(node[0].actions[0]->owner, 2);
+    EXPECT_EQ(
+        load(page("4", object("a", std::string("<action>\n") + text_element("type", "submenu") +
+                                       text_element("name", "More") + "</action>\n"))),
+        PAGE_LOADED);
+    EXPECT_EQ(node[0].actions[0]->owner, 0);
+}
+
+TEST_F(SceneLoadTest, an_older_page_does_not_show_names_and_icons_of_the_page_before) {
+    const std::string three = command("old", "x", "old.ico") + command("old", "x", "old.ico") +
+                              command("old", "x", "old.ico");
+    EXPECT_EQ(load(page("4", object("a", three))), PAGE_LOADED);
+    EXPECT_EQ(load(page("3", object("a", old_actions("", "one.exe", "", "two.exe", "", "")))),
+              PAGE_LOADED);
+    ASSERT_EQ(node[0].action_count, 2);
+    for (std::int32_t i = 0; i < 2; i++) {
+        EXPECT_STREQ(node[0].actions[i]->name, "") << i;
+        EXPECT_STREQ(node[0].actions[i]->icon, "") << i;
+    }
+}
+
 TEST_F(SceneLoadTest, older_pages_hold_three_pairs_of_actions) {
     EXPECT_EQ(load(page("3", object("a", old_actions("One", "one.exe", "", "two.exe", "Three",
                                                      "three.exe")))),
@@ -189,6 +232,15 @@ TEST_F(SceneLoadTest, a_page_object_keeps_its_sub_page_as_the_command_of_action_
     EXPECT_STREQ(node[0].actions[0]->command, "sub.orvl");
     EXPECT_EQ(scene_page_links_total, 1);
     EXPECT_EQ(scene_page_hosts_total, 0);
+}
+
+TEST_F(SceneLoadTest, a_page_object_has_no_name_and_icon_in_its_action_whatever_the_slot_held) {
+    EXPECT_EQ(load(page("4", object("a", command("old", "x", "old.ico")))), PAGE_LOADED);
+    EXPECT_EQ(load(page("4", page_object())), PAGE_LOADED);
+    EXPECT_STREQ(node[0].actions[0]->name, "");
+    EXPECT_STREQ(node[0].actions[0]->icon, "");
+    EXPECT_EQ(node[0].actions[0]->owner, 0);
+    EXPECT_STREQ(node[0].actions[0]->command, "sub.orvl");
 }
 
 TEST_F(SceneLoadTest, a_version_4_page_object_without_its_page_file_is_a_syntax_error) {
@@ -307,4 +359,23 @@ TEST_F(SceneLoadTest, a_node_without_a_type_behind_the_value_link_is_read_as_a_l
     EXPECT_EQ(line[0].to, 4);
     EXPECT_EQ(load(page("4", object("a", command("x", "y", "z")) + untyped)), PAGE_LOADED);
     EXPECT_EQ(line_total, 0);
+}
+
+TEST_F(SceneLoadTest, a_node_without_a_type_is_skipped_behind_the_value_of_any_other_word) {
+    const std::string fields = object_fields("c") + text_element("page_file", "sub.orvl") +
+                               text_element("from", "a") + text_element("to", "b");
+    const std::string untyped_label = without(label("x"), "type");
+    const std::string untyped = std::string("<node>\n") + fields + "</node>\n";
+    const std::string untyped_line =
+        std::string("<node>\n") + text_element("from", "a") + text_element("to", "b") + "</node>\n";
+    for (const char *word : {"object", "page", "label", "line"}) {
+        for (const std::string &node_text : {untyped, untyped_label, untyped_line}) {
+            EXPECT_EQ(
+                load(page("4", object("b") + object("a", command("x", "y", word)) + node_text)),
+                PAGE_LOADED)
+                << word;
+            EXPECT_EQ(node_total, 2) << word;
+            EXPECT_EQ(line_total, 0) << word;
+        }
+    }
 }
