@@ -32,5 +32,11 @@
 #define RESOURCE_MENU_OPTIONS 259
 #define RESOURCE_MENU_SUBMENU 262
 
-// The program's icon (orvanel.rc).
+// The floor of the model preview.
+#define RESOURCE_VIEWER_FLOOR 222
+
+// What the program alone needs (orvanel.rc).
 #define RESOURCE_ICON 101
+#define RESOURCE_SPLASH 112         // bitmap, 478 x 288
+#define RESOURCE_CURSOR_TURN 227    // over a model that can be turned
+#define RESOURCE_CURSOR_TURNING 229 // while it is held

@@ -1,5 +1,5 @@
 #!/bin/bash
-# Makes the bitmap resources of the navigation buttons and menus from their SVG sources.
+# Makes the bitmap and cursor resources from their SVG sources.
 set -e
 . "$(dirname "$0")/lib.sh"
 cd "$ORVANEL_ROOT"
@@ -48,7 +48,19 @@ make_swatch() { # name, colour of the floor, where the light falls on it, of its
     make_menu_picture "swatch_$1" swatch --stylesheet "$work/swatch.css"
 }
 
+make_opaque_picture() { # name
+    rsvg-convert "resources/artwork/$1.svg" -o "$work/drawing.png"
+    $convert "$work/drawing.png" -alpha off -type TrueColor "BMP3:resources/$1.bmp"
+}
+
+# The hot spot lies in the palm of the hand.
+make_cursor() { # name
+    rsvg-convert "resources/artwork/$1.svg" -o "$work/drawing.png"
+    icotool --create --cursor --hotspot-x=16 --hotspot-y=16 --output "resources/$1.cur" "$work/drawing.png"
+}
+
 need_tool rsvg-convert librsvg2-bin
+need_tool icotool icoutils
 need_tool "$convert" imagemagick
 make_button button_back
 make_button button_home
@@ -62,3 +74,7 @@ make_swatch turquoise '#103a37' '#1f736e' '#35827d' '#4f9c97'
 make_swatch purple '#221c3a' '#433773' '#564b82' '#70659c'
 make_swatch orange '#4d2800' '#9a4f00' '#a56118' '#bf7b32'
 make_swatch black '#000000' '#000000' '#202020' '#606060'
+make_opaque_picture splash
+make_opaque_picture viewer_floor
+make_cursor cursor_turn
+make_cursor cursor_turning
