@@ -8,6 +8,15 @@
 
 #include <gtest/gtest.h>
 
+#ifdef _WIN32
+#include <cstdio>
+#include <share.h>
+#else
+#include "platform/posix/drives.h"
+
+#include <sys/stat.h>
+#endif
+
 struct PageFileTest : testing::Test {
     TestFolder folder;
 
@@ -248,6 +257,27 @@ TEST_F(PageFileTest, asking_whether_a_page_is_writable_leaves_its_content) {
     EXPECT_EQ(folder.read("a.orvl"), "mine");
     folder.set_read_only("a.orvl", true);
     EXPECT_EQ(xml_is_page_writable("a.orvl"), 1);
+}
+
+TEST_F(PageFileTest, a_page_that_cannot_be_opened_for_reading_counts_as_deleted) {
+    const std::string path = folder.write("a.orvl", "mine");
+#ifdef _WIN32
+    std::FILE *held = _fsopen(path.c_str(), "rb", _SH_DENYRW);
+    ASSERT_NE(held, nullptr);
+    EXPECT_EQ(xml_delete_page("a.orvl"), 0);
+    std::fclose(held);
+#else
+    ASSERT_EQ(chmod(native_path(path.c_str()).c_str(), S_IWUSR), 0);
+    EXPECT_EQ(xml_delete_page("a.orvl"), 0);
+#endif
+    EXPECT_TRUE(file_exists(path.c_str()));
+}
+
+TEST_F(PageFileTest, a_page_that_cannot_be_deleted_is_reported) {
+    folder.write("a.orvl", "mine");
+    folder.set_read_only("a.orvl", true);
+    EXPECT_EQ(xml_delete_page("a.orvl"), 1);
+    EXPECT_EQ(folder.read("a.orvl"), "mine");
 }
 
 TEST_F(PageFileTest, deleting_a_page_succeeds_also_when_it_is_not_there) {
