@@ -294,6 +294,20 @@ TEST_F(ModelDraw, a_face_with_an_index_out_of_range_is_not_drawn_and_the_others_
     }
 }
 
+// What lies there would make a good face: only the totals tell that it is not the model's.
+TEST_F(ModelDraw, the_first_index_behind_an_array_is_out_of_range) {
+    load(TWO_SQUARES);
+    model.vertex_total = 5; // the sixth is a corner of both faces on the right
+    model_draw(&model);
+    expect_pixel(left(), GREY_35, GREY_35, GREY_35);
+    expect_pixel(right(), 0, 0, 0);
+    load("v -1 -1 0\nv 1 -1 0\nv 1 1 0\nvn 0 0 1\nvn 0 0 1\nf 1//1 2//1 3//2\n");
+    model.normal_total = 1;
+    clear();
+    model_draw(&model);
+    expect_pixel(right(), 0, 0, 0);
+}
+
 TEST_F(ModelDraw, faces_of_fewer_than_three_corners_are_skipped) {
     load("v -1 -1 0\nv 1 -1 0\nvn 0 0 1\nf 1//1 2//1\nf 1//1\nf \n");
     EXPECT_EQ(model.face_total, 3);

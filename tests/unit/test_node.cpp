@@ -294,6 +294,22 @@ TEST_F(NodeTest, deleting_node_3_of_6_drops_the_link_2_3_and_turns_1_5_into_1_4)
     EXPECT_EQ(line[0].to, 4);
 }
 
+TEST_F(NodeTest, deleting_lowers_both_ends_of_links_behind_it_and_none_before_it) {
+    for (const char *name : {"a", "b", "c", "d", "e", "f"})
+        add_node(name);
+    line_create_from_ids(3, 4);
+    line_create_from_ids(5, 1);
+    line_create_from_ids(0, 1);
+    line_create_from_ids(255, -1); // of nodes that do not exist
+    node_delete_node(2);
+    ASSERT_EQ(line_total, 4);
+    const std::int32_t expected[][2] = {{2, 3}, {4, 1}, {0, 1}, {254, -1}};
+    for (std::int32_t i = 0; i < 4; i++) {
+        EXPECT_EQ(line[i].from, expected[i][0]) << i;
+        EXPECT_EQ(line[i].to, expected[i][1]) << i;
+    }
+}
+
 TEST_F(NodeTest, deleting_moves_the_actions_down_with_their_node) {
     add_node("a");
     add_node("b");

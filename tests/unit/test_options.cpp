@@ -383,6 +383,13 @@ TEST_F(OptionsTest, a_file_beside_the_program_is_read_and_saved_to_the_users_pla
     EXPECT_EQ(orvanel_options.splash_screen, 0);
 }
 
+TEST_F(OptionsTest, reading_the_users_file_does_not_write_it) {
+    write_user_file(file_with("1", "<splash_screen>0</splash_screen>\n"));
+    const long long size = file_size(user_file.c_str());
+    EXPECT_EQ(xml_load_options(), OPTIONS_READ);
+    EXPECT_EQ(file_size(user_file.c_str()), size);
+}
+
 TEST_F(OptionsTest, an_invalid_file_beside_the_program_is_not_moved) {
     write_program_file("<page>\n</page>\n");
     EXPECT_EQ(xml_load_options(), OPTIONS_INVALID);

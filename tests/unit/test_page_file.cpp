@@ -173,9 +173,26 @@ TEST_F(PageFileTest, an_action_slot_that_never_got_memory_is_left_out) {
     EXPECT_NE(text.find("<page_file></page_file>"), std::string::npos);
 }
 
+TEST_F(PageFileTest, slots_beyond_the_action_count_are_not_written) {
+    Node *object = add_node(NODE_OBJECT, "a", "b", 0.0f, 0.0f);
+    text_copy(add_action(object, ACTION_COMMAND, 0)->name, "used");
+    text_copy(add_action(object, ACTION_COMMAND, 0)->name, "of an earlier page");
+    object->action_count = 1;
+    const std::string text = page_format(DEFAULT_COLOUR);
+    EXPECT_NE(text.find("<name>used</name>"), std::string::npos);
+    EXPECT_EQ(text.find("of an earlier page"), std::string::npos);
+}
+
 TEST_F(PageFileTest, a_model_that_does_not_exist_is_written_without_a_name) {
-    add_node(NODE_OBJECT, "a", "b", 0.0f, 0.0f)->model_id = 9999;
-    EXPECT_NE(page_format(DEFAULT_COLOUR).find("<model></model>"), std::string::npos);
+    models_total = 1;
+    text_copy(models[1].file_name, "gone.obj"); // left behind by a model that is in use no more
+    Node *object = add_node(NODE_OBJECT, "a", "b", 0.0f, 0.0f);
+    for (const std::int32_t id : {1, 255, 9999, -1, INT32_MIN}) {
+        object->model_id = id;
+        EXPECT_NE(page_format(DEFAULT_COLOUR).find("<model></model>"), std::string::npos) << id;
+    }
+    models[1].file_name[0] = '\0';
+    models_total = 0;
 }
 
 TEST_F(PageFileTest, saving_replaces_the_file_whole) {

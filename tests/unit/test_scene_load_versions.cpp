@@ -72,14 +72,6 @@ TEST_F(SceneLoadVersionsTest, versions_from_2_on_read_the_properties) {
     }
 }
 
-TEST_F(SceneLoadVersionsTest, a_negative_version_neither_reads_nor_resets_the_properties) {
-    EXPECT_EQ(load("-1", PROPERTIES), PAGE_LOADED);
-    EXPECT_EQ(scene_floor.home_x, 9.0f);
-    EXPECT_EQ(scene_floor.position_x, 9.0f);
-    EXPECT_EQ(scene_floor.colour.use_default, 0);
-    EXPECT_EQ(scene_floor.colour.red, 0.25f);
-}
-
 TEST_F(SceneLoadVersionsTest, only_a_red_of_exactly_minus_1_means_the_default_colour) {
     for (const char *red : {"-0.99", "-1.01", "-2"}) {
         EXPECT_EQ(load("4", std::string("<properties>\n<colour>\n<red>") + red +
