@@ -17,6 +17,9 @@ enum MenuType : std::int32_t {
 void menu_init();
 void menu_stop();
 
+// Icons of actions are kept from menu to menu. After the last one.
+void menu_icon_cache_free();
+
 // Shows a menu at the mouse pointer and waits until it is closed. The chosen entry arrives at the
 // main window as an ordinary command message. node_id is the node it is for, -1 = none.
 void menu_show_menu(std::int32_t menu_type, std::int32_t node_id);

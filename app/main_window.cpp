@@ -1,5 +1,6 @@
 #include "app/main_window.h"
 
+#include "actions/menu.h"
 #include "app/startup.h"
 #include "assets/model.h"
 #include "page/node.h"
@@ -103,10 +104,12 @@ static void start_scene() {
     scene_init();
     scene_floor.drag_state = 0;
     node_init_effects();
+    menu_init();
 }
 
 static void recreate_window() {
     scene_stop();
+    menu_stop();
     console_stop();
     main_window_destroy();
     hWnd = gl_create_window(&hDC, &hRC, WINDOW_TITLE);

@@ -1,5 +1,6 @@
 #include "app/startup.h"
 
+#include "actions/menu.h"
 #include "actions/misc.h"
 #include "assets/model.h"
 #include "editing/clipboard.h"
@@ -180,6 +181,7 @@ void startup_modules() {
     scene_floor_init();
     scene_invalidate_floor();
     node_init_effects();
+    menu_init();
     clipboard_init();
     undo_init();
     console_printf("exe location:  '%s'", exe_location);
@@ -219,6 +221,8 @@ void startup_stop_modules() {
     undo_stop();
     clipboard_stop();
     scene_stop();
+    menu_stop();
+    menu_icon_cache_free();
     node_free_nodes();
     template_object_free();
     console_stop();

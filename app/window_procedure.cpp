@@ -1,3 +1,4 @@
+#include "actions/menu_windows.h"
 #include "app/commands.h"
 #include "app/hand_over.h"
 #include "app/input.h"
@@ -56,6 +57,14 @@ LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam
     case WM_ERASEBKGND:
         scene_request_redraw();
         return 0;
+    case WM_MEASUREITEM:
+        menu_item_measure(window, reinterpret_cast<MEASUREITEMSTRUCT *>(lparam));
+        return 1;
+    case WM_DRAWITEM:
+        menu_item_draw(window, reinterpret_cast<const DRAWITEMSTRUCT *>(lparam));
+        return 1;
+    case WM_MENUCHAR:
+        return menu_item_char(window, wparam, lparam);
     case WM_COPYDATA:
         take_page(window, reinterpret_cast<const COPYDATASTRUCT *>(lparam));
         return 0;

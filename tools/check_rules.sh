@@ -15,7 +15,9 @@ product=$(git ls-files 'app/*' 'page/*' 'scene/*' 'assets/*' 'actions/*' 'editin
 
 complain "<windows.h> stays at the edge of the program:" "$(
     grep -lE '#include <(windows|winsock2|shlobj|shellapi|commctrl)\.h>' $product |
-        grep -vE '^platform/win32/|^app/(orvanel|main_window|window_procedure)\.|^scene/gl_window\.')"
+        grep -vE '^platform/win32/|^app/(orvanel|main_window|window_procedure)\.|^scene/gl_window\.|^actions/menu(_windows|_draw|_icon_cache|_image|_items)?\.')"
+complain "Objects of the menus are destroyed where they are counted (platform/win32/object_count.h):" "$(
+    grep -nE '\b(DeleteObject|DeleteDC|DestroyMenu|DestroyIcon)\(' actions/*.cpp)"
 complain "Text is copied by platform/text.h only:" "$(
     grep -nE '\b(strcpy|strcat|sprintf|vsprintf|strncpy|strncat|gets)\(' $sources)"
 complain "No iostreams in the product:" "$(grep -nE '#include <(iostream|fstream|sstream)>' $product)"
@@ -30,7 +32,7 @@ complain "The first thing the program does is to restrict where libraries come f
     grep -A1 '^int WINAPI WinMain' app/orvanel.cpp | sed 1d |
         grep -v 'process_restrict_libraries();')"
 complain "Every header compiles alone:" "$(
-    for header in $(echo "$product" | grep '\.h$' | grep -vE 'win32/|gl_window|main_window'); do
+    for header in $(echo "$product" | grep '\.h$' | grep -vE 'win32/|gl_window|main_window|menu_windows'); do
         echo "#include \"$header\"" |
             g++ -std=c++20 -I. -Wall -Wextra -fsyntax-only -x c++ - 2>&1 | head -3
     done)"

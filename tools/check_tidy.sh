@@ -16,5 +16,5 @@ export -f check
 export stamps common
 git ls-files 'platform/*.cpp' 'platform/posix/*.cpp' 'page/*.cpp' 'assets/*.cpp' 'actions/*.cpp' \
     'scene/*.cpp' 'editing/*.cpp' 'app/*.cpp' |
-    grep -vE '^platform/win32/|^app/(orvanel|main_window|window_procedure)\.cpp|^scene/gl_window\.cpp' |
+    grep -vE '^platform/win32/|^app/(orvanel|main_window|window_procedure)\.cpp|^scene/gl_window\.cpp|^actions/menu(_draw|_icon_cache|_image|_items)?\.cpp' |
     xargs -P "$(nproc)" -I{} bash -c 'check {}'
