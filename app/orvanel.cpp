@@ -23,6 +23,27 @@
 static constexpr int EXIT_FAILED_TO_START = 1;
 static constexpr UINT HAND_OVER_TIMEOUT = 30'000; // milliseconds; the other may be in a transition
 
+// Of several starts at the same moment each waits until the one before has its window, which is
+// what the next one looks for.
+static constexpr char START_MUTEX[] = "Local\\orvanel:start";
+static constexpr DWORD START_TIMEOUT = 10'000; // milliseconds; a message may keep the other
+
+static HANDLE start_turn;
+
+static void begin_start_turn() {
+    start_turn = CreateMutexA(nullptr, FALSE, START_MUTEX);
+    if (start_turn != nullptr)
+        WaitForSingleObject(start_turn, START_TIMEOUT);
+}
+
+static void end_start_turn() {
+    if (start_turn == nullptr)
+        return;
+    ReleaseMutex(start_turn);
+    CloseHandle(start_turn);
+    start_turn = nullptr;
+}
+
 static void hand_over(HWND other, const char *command_line) {
     if (IsIconic(other))
         ShowWindow(other, SW_RESTORE);
@@ -57,6 +78,7 @@ static int open_window(HINSTANCE instance) {
     interaction_init();
     if (main_window_create() != 0)
         return 1;
+    end_start_turn();
     startup_graphics_check(graphics_adapter_check());
     main_window_show();
     return 0;
@@ -110,6 +132,7 @@ static int run_in_window(const char *command_line) {
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR command_line, int) {
     process_restrict_libraries();
+    begin_start_turn(); // the end of the process ends it in any case
     const HWND other = FindWindowA(MAIN_WINDOW_CLASS, nullptr);
     if (other != nullptr) {
         hand_over(other, command_line);

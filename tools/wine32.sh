@@ -16,7 +16,7 @@ mount --bind "$ORVANEL_WINE_BIND" "$WINE32_ROOT$ORVANEL_WINE_BIND"
 mount --bind /tmp/.X11-unix "$WINE32_ROOT/tmp/.X11-unix"
 mount -t proc proc "$WINE32_ROOT/proc"
 mount --bind /dev "$WINE32_ROOT/dev"
-exec chroot "$WINE32_ROOT" /usr/bin/env -i PATH=/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin HOME=/root USER=root \
+exec chroot "$WINE32_ROOT" /usr/bin/env -i PATH=/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin HOME=/root USER=root LC_ALL=C.UTF-8 \
     DISPLAY="$DISPLAY" WINEPREFIX="$INSIDE_PREFIX" WINEARCH=win32 WINEDEBUG="$WINEDEBUG" \
     WINEDLLOVERRIDES="$WINEDLLOVERRIDES" CI="$CI" \
     /bin/sh -c "cd \"\$0\" 2>/dev/null; exec wine \"\$@\"" "$ORVANEL_CWD" "$@"

@@ -149,6 +149,24 @@ def test_a_second_start_with_any_other_argument_only_brings_the_first_instance_f
         assert first.message() is None
 
 
+def test_of_two_starts_at_the_same_moment_one_stays_and_shows_the_page_of_the_other():
+    write_page("home.orvl", page_text("", GREEN_PAGE))
+    write_page("other.orvl", page_text("", RED_PAGE))
+    page = "C:\\users\\root\\Documents\\Orvanel Pages\\other.orvl"
+    with Orvanel(page) as one, Orvanel(page) as two:
+        ended = wait_for(
+            lambda: [each for each in (one, two) if each.process.poll() is not None],
+            START_TIMEOUT,
+            "the end of one of them",
+        )
+        assert len(ended) == 1 and ended[0].exit_code() == 0
+        stays = two if ended[0] is one else one
+        stays.wait_ready()
+        wait_for(lambda: is_reddish(floor_colour(stays)), what="the page")
+        stays.key("Escape")
+        assert stays.exit_code() == 0
+
+
 def test_a_page_handed_over_while_a_message_is_shown_opens_when_it_is_answered():
     write_page("home.orvl", page_text(page_object_text("Sub", 0, 0, "missing.orvl"), GREEN_PAGE))
     write_page("other.orvl", page_text("", RED_PAGE))

@@ -199,6 +199,37 @@ TEST(WindowProcedure, a_page_handed_over_opens_above_the_home_page) {
     EXPECT_STREQ("home.orvl", scene_page_file_name);
 }
 
+TEST(WindowProcedure, a_page_in_a_folder_with_blanks_and_accents_is_opened) {
+    const RealWindow window;
+    const std::string folder = window.pages.file("B\xfc"
+                                                 "cher und T\xf6pfe");
+    ASSERT_EQ(0, folder_create(folder.c_str()));
+    const std::string path = folder + "\\\xe4rzte im dienst.orvl";
+    ASSERT_EQ(0, file_replace_text(path.c_str(), "<page>\n<offv>004</offv>\n</page>\n"));
+    hand_over(HAND_OVER_ID, path.c_str(), static_cast<DWORD>(path.size() + 1));
+    EXPECT_EQ(path, scene_page_file_name);
+    EXPECT_STREQ("\xc4rzte Im Dienst", scene_page_title);
+    EXPECT_EQ(0u, window.script.shown().size());
+    file_delete(path.c_str());
+    RemoveDirectoryA(folder.c_str());
+}
+
+TEST(WindowProcedure, a_page_with_the_longest_path_that_the_system_takes_is_opened) {
+    RealWindow window;
+    std::string folder = std::string(window.pages.path) + std::string(60, 'f');
+    while (folder.size() < 190) {
+        ASSERT_EQ(0, folder_create(folder.c_str())) << folder;
+        folder += "\\" + std::string(60, 'f');
+    }
+    folder.erase(folder.rfind('\\'));
+    const std::string path = folder + "\\" + std::string(253 - folder.size(), 'p') + ".orvl";
+    ASSERT_EQ(259u, path.size()); // the system counts the terminator
+    window.write_page(path.substr(std::string(window.pages.path).size()).c_str());
+    hand_over(HAND_OVER_ID, path.c_str(), static_cast<DWORD>(path.size() + 1));
+    EXPECT_EQ(path, scene_page_file_name);
+    EXPECT_EQ(0u, window.script.shown().size());
+}
+
 TEST(WindowProcedure, a_page_handed_over_while_a_dialog_or_menu_is_open_waits_for_the_main_loop) {
     const RealWindow window;
     send_page(HAND_OVER_ID, "sub.orvl", 9);
