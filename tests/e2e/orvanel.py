@@ -5,6 +5,7 @@ import os
 import pathlib
 import shutil
 import subprocess
+import tempfile
 import time
 
 from PIL import Image
@@ -105,10 +106,16 @@ def write_options(folder=SETTINGS, **values):
 
 
 def run_wine(*arguments):
-    result = subprocess.run(
-        [str(WINE), *map(str, arguments)], capture_output=True, text=True, timeout=60
-    )
-    return result.stdout
+    """What a program prints. Wine's services may be started along and keep a pipe open: hence a file."""
+    with tempfile.TemporaryFile() as output:
+        subprocess.run(
+            [str(WINE), *map(str, arguments)],
+            stdout=output,
+            stderr=subprocess.DEVNULL,
+            timeout=60,
+        )
+        output.seek(0)
+        return output.read().decode("utf-8", "replace")
 
 
 def window_texts():

@@ -149,22 +149,23 @@ def test_a_second_start_with_any_other_argument_only_brings_the_first_instance_f
         assert first.message() is None
 
 
-def test_of_two_starts_at_the_same_moment_one_stays_and_shows_the_page_of_the_other():
+def test_a_second_start_waits_while_the_first_is_starting_and_then_hands_its_page_over():
     write_page("home.orvl", page_text("", GREEN_PAGE))
     write_page("other.orvl", page_text("", RED_PAGE))
-    page = "C:\\users\\root\\Documents\\Orvanel Pages\\other.orvl"
-    with Orvanel(page) as one, Orvanel(page) as two:
-        ended = wait_for(
-            lambda: [each for each in (one, two) if each.process.poll() is not None],
-            START_TIMEOUT,
-            "the end of one of them",
-        )
-        assert len(ended) == 1 and ended[0].exit_code() == 0
-        stays = two if ended[0] is one else one
-        stays.wait_ready()
-        wait_for(lambda: is_reddish(floor_colour(stays)), what="the page")
-        stays.key("Escape")
-        assert stays.exit_code() == 0
+    SETTINGS.mkdir(parents=True)
+    newer = "<orvanel_options>\n<offv>003</offv>\n</orvanel_options>\n"
+    (SETTINGS / "options.xml").write_text(newer)
+    with Orvanel() as first:
+        shown = first.wait_message()[1]
+        assert "It will be ignored, and default options will be used instead." in shown
+        with Orvanel("C:\\users\\root\\Documents\\Orvanel Pages\\other.orvl") as second:
+            time.sleep(2.0)  # long enough to get past the look for another instance
+            assert second.process.poll() is None
+            first.answer()
+            assert second.exit_code() == 0
+        first.wait_ready()
+        wait_for(lambda: is_reddish(floor_colour(first)), what="the page handed over")
+    assert (SETTINGS / "options.xml").read_text() == newer
 
 
 def test_a_page_handed_over_while_a_message_is_shown_opens_when_it_is_answered():
