@@ -52,8 +52,9 @@ def main():
         entry(name, [float(value) for value in line[1:]], "ms")
         for name, line in zip(("first_frame/orvanel", "first_frame/bare"), starts)
     ]
-    for line in run(variant, build / "bench_frame.exe"):
-        benchmarks.append(entry(line[0], [float(value) for value in line[1:]], "us"))
+    for program in (build / "bench_frame.exe", build / "bench" / "wine" / "bench_menu.exe"):
+        for line in run(variant, program):
+            benchmarks.append(entry(line[0], [float(value) for value in line[1:]], "us"))
     for kind in ("first_frame", "frame"):
         times = {item["name"]: item["real_time"] for item in benchmarks}
         ratio = times[f"{kind}/orvanel"] / times[f"{kind}/bare"]
