@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-// Runs a command, or action n of the object under pre_dialog_mouse (COMMAND_ACTION_FIRST + n). An id
-// that is no command shows a message.
+// Runs a command, or action n of the object under pre_dialog_mouse (COMMAND_ACTION_FIRST + n). An
+// id that is no command shows a message.
 void command_run(std::int32_t id);
 
 // Edit mode, Control held: runs the command of a key for what the mouse is over. False when the key

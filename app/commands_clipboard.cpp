@@ -50,7 +50,7 @@ void command_paste(std::int32_t) {
     command_begin_change();
     float x = 0.0f;
     float y = 0.0f;
-    input_floor_position(pre_dialog_mouse.x, pre_dialog_mouse.y, &x, &y);
+    input_node_position(pre_dialog_mouse.x, pre_dialog_mouse.y, &x, &y);
     clipboard_paste(x, y);
     scene_changed = 1;
 }

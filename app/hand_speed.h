@@ -1,6 +1,6 @@
-// How fast the hand moves what it drags. Some mice report a thousand times a second, others only now
-// and then; the way gone within a fixed time is the same for all, and comes to nothing when the mouse
-// rests before the button comes up.
+// How fast the hand moves what it drags. Some mice report a thousand times a second, others only
+// now and then; the way gone within a fixed time is the same for all, and comes to nothing when the
+// mouse rests before the button comes up.
 #pragma once
 
 // Where the dragged thing was is remembered for a moment; positions in floor units.

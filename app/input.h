@@ -40,14 +40,15 @@ std::int32_t input_target(std::int32_t x, std::int32_t y);
 void input_left_down(std::int32_t x, std::int32_t y);
 void input_left_up(std::int32_t x, std::int32_t y);
 void input_right_down(std::int32_t x, std::int32_t y);
-void input_menu_key(); // as a right click where the mouse stands
-void input_button_up(std::int32_t button);                                   // MouseFlag value
+void input_menu_key();                     // as a right click where the mouse stands
+void input_button_up(std::int32_t button); // MouseFlag value
 void input_mouse_move(std::int32_t x, std::int32_t y, std::int32_t buttons); // MouseFlag values
 // The mouse went to another window while the button was down: its release will not be heard of.
 void input_capture_lost();
 
-// Floor position under a window position, relative to the floor's offset (input_drag.cpp).
-void input_floor_position(std::int32_t x, std::int32_t y, float *floor_x, float *floor_y);
+// Where a node stands that shows at a window position, relative to the floor's offset
+// (input_drag.cpp).
+void input_node_position(std::int32_t x, std::int32_t y, float *node_x, float *node_y);
 
 // ---- window
 void input_resize(std::int32_t width, std::int32_t height);

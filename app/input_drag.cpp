@@ -21,25 +21,23 @@ static FloorPoint held;  // floor: the point that stays under the mouse; node: i
 static FloorPoint put;   // the floor's offset as the drag left it
 static bool mouse_moved; // since something was grabbed
 
-void input_floor_position(std::int32_t x, std::int32_t y, float *floor_x, float *floor_y) {
-    const bool known = scene_floor.pick_depth != 0.0f; // not since the last zoom
-    GetOGLPos(x, y, floor_x, floor_y,
-              known ? scene_floor.pick_depth : gl_depth_of_zoom_level(DEPTH_LOOKUP_FLOOR));
-}
-
-// Relative to the floor's offset. On the floor's plane also where an object stands.
+// Relative to the floor's offset.
 static FloorPoint floor_point(std::int32_t x, std::int32_t y) {
     FloorPoint point = {};
-    input_floor_position(x, y, &point.x, &point.y);
+    const bool known = scene_floor.pick_depth != 0.0f; // not since the last zoom
+    GetOGLPos(x, y, &point.x, &point.y,
+              known ? scene_floor.pick_depth : gl_depth_of_zoom_level(DEPTH_LOOKUP_FLOOR));
     return point;
 }
 
-// The same on the plane that the node stands on; labels have one of their own.
-static FloorPoint node_plane_point(const Node &record) {
-    FloorPoint point = floor_point(mouse.x, mouse.y);
-    if (record.label_depth != 0)
-        GetOGLPos(mouse.x, mouse.y, &point.x, &point.y,
-                  gl_depth_of_zoom_level(DEPTH_LOOKUP_FLOOR + record.label_depth));
+void input_node_position(std::int32_t x, std::int32_t y, float *node_x, float *node_y) {
+    GetOGLPos(x, y, node_x, node_y, gl_depth_of_zoom_level(DEPTH_LOOKUP_LABEL));
+}
+
+// The same on the plane that nodes stand on, a little above the floor.
+static FloorPoint node_point() {
+    FloorPoint point = {};
+    input_node_position(mouse.x, mouse.y, &point.x, &point.y);
     return point;
 }
 
@@ -113,7 +111,7 @@ void drag_grab_node(std::int32_t id) {
     record->inertia_frames = 0;
     record->label_depth = label_depth(*record);
     app_node_grabbed = 1; // nothing slides back onto the floor meanwhile
-    const FloorPoint point = node_plane_point(*record);
+    const FloorPoint point = node_point();
     held = {record->x - scene_floor.position_x - point.x,
             record->y - scene_floor.position_y - point.y};
     mouse_moved = false;
@@ -133,7 +131,7 @@ static std::int32_t dragged_node() {
 
 static void drag_node(std::int32_t id) {
     Node *record = &node[id];
-    const FloorPoint point = node_plane_point(*record);
+    const FloorPoint point = node_point();
     record->move_dx = held.x + point.x + scene_floor.position_x - record->x;
     record->move_dy = held.y + point.y + scene_floor.position_y - record->y;
     record->move_frames = MOVE_STEPS;

@@ -1,5 +1,5 @@
-// Dragging: the floor under the mouse, and in edit mode an object or label on it. What is taken hold
-// of stays under the mouse until it is let go. Calls come after mouse_record_position.
+// Dragging: the floor under the mouse, and in edit mode an object or label on it. What is taken
+// hold of stays under the mouse until it is let go. Calls come after mouse_record_position.
 #pragma once
 
 #include <cstdint>

@@ -119,16 +119,16 @@ void stage_point_at(std::int32_t id) {
     point_at(stage_node_point(id));
 }
 
-void stage_point_at_floor(float x, float y) {
+void stage_point_at_place(float x, float y) {
     stage_draw();
-    point_at(stage_window_point(x, y, 0.0f));
+    point_at(stage_window_point(x, y, NODE_REST_HEIGHT));
 }
 
 static constexpr float EMPTY_X = -18.0f, EMPTY_Y = -12.0f; // a corner that tests leave free
 
 void stage_command(std::int32_t command, std::int32_t id) {
     if (id == -1)
-        stage_point_at_floor(EMPTY_X, EMPTY_Y);
+        stage_point_at_place(EMPTY_X, EMPTY_Y);
     else
         stage_point_at(id);
     command_run(command);

@@ -25,6 +25,6 @@ std::int32_t stage_add_object(const char *name, float x, float y, std::int32_t a
 std::int32_t stage_add_page(const char *name, const char *file, float x, float y);
 std::int32_t stage_add_label(const char *text, float x, float y);
 
-void stage_point_at(std::int32_t id);                    // the mouse, and pre_dialog_mouse
-void stage_point_at_floor(float x, float y);             // the same
+void stage_point_at(std::int32_t id);                      // the mouse, and pre_dialog_mouse
+void stage_point_at_place(float x, float y);               // where a node would show
 void stage_command(std::int32_t command, std::int32_t id); // runs it for a node, -1 = empty floor

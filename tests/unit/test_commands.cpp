@@ -200,7 +200,7 @@ TEST(ClipboardCommands, cut_takes_the_object_off_the_page_and_paste_puts_it_unde
     EXPECT_EQ(scene_page_hosts_total, 0);
     EXPECT_EQ(undo_total, 1);
     EXPECT_EQ(scene_changed, 1);
-    stage_point_at_floor(7.0f, 5.0f);
+    stage_point_at_place(7.0f, 5.0f);
     command_run(COMMAND_PASTE);
     ASSERT_EQ(node_total, 1);
     EXPECT_STREQ(node[0].name, "a");

@@ -122,7 +122,7 @@ TEST(EditKeys, each_shortcut_works_with_both_of_its_key_codes) {
         press_with_control(second ? 120 : 88);
         EXPECT_EQ(clipboard_used, CLIPBOARD_CUT);
         EXPECT_EQ(node_total, 0);
-        stage_point_at_floor(6.0f, 4.0f);
+        stage_point_at_place(6.0f, 4.0f);
         press_with_control(second ? 118 : 86);
         ASSERT_EQ(node_total, 1);
         EXPECT_NEAR(node[0].x, 6.0f, 0.2f);
@@ -138,7 +138,7 @@ TEST(EditKeys, paste_remembers_where_the_mouse_stood) {
     const EditStage stage;
     stage_point_at(stage_add_object("a", 0.0f, 0.0f));
     press_with_control('C');
-    stage_point_at_floor(6.0f, 4.0f);
+    stage_point_at_place(6.0f, 4.0f);
     pre_dialog_mouse = {1, 1};
     press_with_control('V');
     EXPECT_EQ(pre_dialog_mouse.x, mouse.x);
