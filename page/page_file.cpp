@@ -190,8 +190,9 @@ int xml_is_page_writable(const char *name) {
     return file_probe_writable(path);
 }
 
+// A page that cannot be opened for reading counts as gone.
 int xml_delete_page(const char *name) {
     char path[PAGE_PATH_SIZE];
     page_path(path, name);
-    return file_exists(path) ? file_delete(path) : 0;
+    return file_is_readable(path) ? file_delete(path) : 0;
 }

@@ -34,5 +34,5 @@ int xml_create_page(const char *name);
 // 0 writable (a missing file is created empty by asking), 1 not.
 int xml_is_page_writable(const char *name);
 
-// 0 deleted or not there, 1 deletion failed.
+// 0 deleted or not there (nor openable for reading), 1 deletion failed.
 int xml_delete_page(const char *name);

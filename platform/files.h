@@ -12,13 +12,14 @@
 inline constexpr std::size_t PATH_SIZE = 261; // 260 characters and the terminator
 
 // Reads a whole file in one go. Returns 0, or 1 when it cannot be opened or read (bytes is empty
-// then). A file larger than limit counts as unreadable.
+// then). A file larger than limit counts as unreadable. bytes has room for one more.
 int file_read(const char *path, std::vector<char> *bytes, std::size_t limit = 1u << 30);
 
 // Size of a file in bytes, or -1 when there is no such file.
 long long file_size(const char *path);
 bool file_exists(const char *path); // a file, not a folder
 bool folder_exists(const char *path);
+bool file_is_readable(const char *path); // false as well for one that another program keeps closed
 
 // 0 when the folder was created or stands already, 1 otherwise.
 int folder_create(const char *path);
@@ -29,8 +30,8 @@ int folder_create(const char *path);
 // (the temporary file is removed, the target is as it was).
 int file_replace_text(const char *path, std::string_view text);
 
-// Creates a file that must not exist yet. 0 created, 1 it exists already, 2 it cannot be created
-// or written (nothing is left behind).
+// Creates a file that must not exist yet, by the same steps. 0 created, 1 it exists already, 2 it
+// cannot be created or written (nothing is left behind).
 int file_create_text(const char *path, std::string_view text);
 
 // 0 when the file can be opened for appending; a missing file is created empty by that. Else 1.

@@ -56,6 +56,7 @@ static bool read_open_file(int file, std::vector<char> *bytes, std::size_t limit
         static_cast<std::size_t>(status.st_size) > limit)
         return false;
     try {
+        bytes->reserve(static_cast<std::size_t>(status.st_size) + 1);
         bytes->resize(static_cast<std::size_t>(status.st_size));
     } catch (const std::bad_alloc &) {
         return false;
@@ -89,6 +90,12 @@ bool file_exists(const char *path) {
 bool folder_exists(const char *path) {
     struct stat status;
     return look_up(path, &status) && S_ISDIR(status.st_mode);
+}
+
+// As for writing, the owner's bit is read instead of asking the system.
+bool file_is_readable(const char *path) {
+    struct stat status;
+    return is_file(path, &status) && (status.st_mode & S_IRUSR) != 0;
 }
 
 int folder_create(const char *path) {
@@ -136,32 +143,43 @@ static void flush_folder_of(const std::string &path) {
     close(file);
 }
 
+// Writes the text beside the target and puts it in place in one step. rename_flags as of renameat2.
+// Returns 0 or what went wrong as an errno; nothing is left beside the target then.
+static int put_text(const std::string &target, std::string_view text, unsigned rename_flags) {
+    std::string temporary;
+    const int file = open_temporary(target, &temporary);
+    if (file < 0)
+        return EIO;
+    int error = EIO;
+    if (write_flush_close(file, text)) {
+        if (renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, target.c_str(), rename_flags) == 0) {
+            flush_folder_of(target);
+            return 0;
+        }
+        error = errno;
+    }
+    unlink(temporary.c_str());
+    return error;
+}
+
 int file_replace_text(const char *path, std::string_view text) {
     const std::string target = native_path(path);
     if (target.empty() || is_read_only(path) || folder_exists(path))
         return 1;
-    std::string temporary;
-    const int file = open_temporary(target, &temporary);
-    if (file < 0)
-        return 1;
-    if (!write_flush_close(file, text) || rename(temporary.c_str(), target.c_str()) != 0) {
-        unlink(temporary.c_str());
-        return 1;
-    }
-    flush_folder_of(target);
-    return 0;
+    return put_text(target, text, 0) == 0 ? 0 : 1;
 }
 
 int file_create_text(const char *path, std::string_view text) {
     const std::string target = native_path(path);
-    const int file =
-        open(target.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, FILE_MODE);
-    if (file < 0)
-        return errno == EEXIST ? 1 : 2;
-    if (write_flush_close(file, text))
-        return 0;
-    unlink(target.c_str());
-    return 2;
+    struct stat status;
+    if (target.empty())
+        return 2;
+    if (lstat(target.c_str(), &status) == 0)
+        return 1;
+    const int error = put_text(target, text, RENAME_NOREPLACE);
+    if (error == EEXIST)
+        return 1; // it came into being meanwhile
+    return error == 0 ? 0 : 2;
 }
 
 int file_probe_writable(const char *path) {

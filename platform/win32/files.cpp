@@ -45,6 +45,7 @@ static bool read_open_file(HANDLE file, std::vector<char> *bytes, std::size_t li
         static_cast<unsigned long long>(size.QuadPart) > limit)
         return false;
     try {
+        bytes->reserve(static_cast<std::size_t>(size.QuadPart) + 1);
         bytes->resize(static_cast<std::size_t>(size.QuadPart));
     } catch (const std::bad_alloc &) {
         return false;
@@ -78,6 +79,15 @@ long long file_size(const char *path) {
 
 bool file_exists(const char *path) {
     return file_size(path) >= 0;
+}
+
+bool file_is_readable(const char *path) {
+    const HANDLE file =
+        CreateFileA(path, GENERIC_READ, SHARE_ALL, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return false;
+    CloseHandle(file);
+    return true;
 }
 
 bool folder_exists(const char *path) {
@@ -135,42 +145,47 @@ static HANDLE open_temporary(const char *target, char (&name)[PATH_SIZE]) {
 }
 
 // Virus scanners and indexers hold a file for a moment after it was written; they are waited for.
-static bool put_in_place(const char *temporary, const char *target) {
+// move_flags as of MoveFileEx. Returns an error code of the system.
+static DWORD put_in_place(const char *temporary, const char *target, DWORD move_flags) {
+    DWORD error = ERROR_SUCCESS;
     for (int i = 0; i < REPLACE_ATTEMPTS; i++) {
-        if (MoveFileExA(temporary, target, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0)
-            return true;
-        const DWORD error = GetLastError();
+        if (MoveFileExA(temporary, target, move_flags | MOVEFILE_WRITE_THROUGH) != 0)
+            return ERROR_SUCCESS;
+        error = GetLastError();
         if (error != ERROR_SHARING_VIOLATION && error != ERROR_ACCESS_DENIED)
-            return false;
+            break;
         Sleep(REPLACE_PAUSE);
     }
-    return false;
+    return error;
+}
+
+// Writes the text beside the target and puts it in place in one step. Returns an error code of the
+// system; nothing is left beside the target then.
+static DWORD put_text(const char *target, std::string_view text, DWORD move_flags) {
+    char temporary[PATH_SIZE];
+    const HANDLE file = open_temporary(target, temporary);
+    if (file == INVALID_HANDLE_VALUE)
+        return ERROR_CANNOT_MAKE;
+    const DWORD error = write_flush_close(file, text) ? put_in_place(temporary, target, move_flags)
+                                                      : ERROR_WRITE_FAULT;
+    if (error != ERROR_SUCCESS)
+        DeleteFileA(temporary);
+    return error;
 }
 
 int file_replace_text(const char *path, std::string_view text) {
     if (has_attribute(path, FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY))
         return 1;
-    char temporary[PATH_SIZE];
-    const HANDLE file = open_temporary(path, temporary);
-    if (file == INVALID_HANDLE_VALUE)
-        return 1;
-    if (write_flush_close(file, text) && put_in_place(temporary, path))
-        return 0;
-    DeleteFileA(temporary);
-    return 1;
+    return put_text(path, text, MOVEFILE_REPLACE_EXISTING) == ERROR_SUCCESS ? 0 : 1;
 }
 
 int file_create_text(const char *path, std::string_view text) {
-    const HANDLE file =
-        CreateFileA(path, GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        const DWORD error = GetLastError();
-        return error == ERROR_FILE_EXISTS || error == ERROR_ALREADY_EXISTS ? 1 : 2;
-    }
-    if (write_flush_close(file, text))
-        return 0;
-    DeleteFileA(path);
-    return 2;
+    if (GetFileAttributesA(path) != INVALID_FILE_ATTRIBUTES)
+        return 1;
+    const DWORD error = put_text(path, text, 0);
+    if (error == ERROR_FILE_EXISTS || error == ERROR_ALREADY_EXISTS)
+        return 1; // it came into being meanwhile
+    return error == ERROR_SUCCESS ? 0 : 2;
 }
 
 // Where the system lets an administrator write read-only files, they still count as such here.

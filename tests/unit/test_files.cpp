@@ -53,6 +53,24 @@ TEST(Files, a_file_is_read_byte_by_byte) {
     EXPECT_EQ("", bytes_of(folder.write("empty", "").c_str()));
 }
 
+// Who needs a terminator behind the bytes need not copy them.
+TEST(Files, the_bytes_of_a_file_have_room_for_one_more) {
+    TestFolder folder;
+    std::vector<char> bytes;
+    EXPECT_EQ(0, file_read(folder.write("ten", "0123456789").c_str(), &bytes));
+    EXPECT_EQ(10u, bytes.size());
+    EXPECT_GE(bytes.capacity(), 11u);
+}
+
+TEST(Files, a_file_that_is_not_there_and_a_folder_are_not_readable) {
+    TestFolder folder;
+    EXPECT_TRUE(file_is_readable(folder.write("file", "abc").c_str()));
+    folder.set_read_only("file", true);
+    EXPECT_TRUE(file_is_readable(folder.file("file").c_str()));
+    EXPECT_FALSE(file_is_readable(folder.file("missing").c_str()));
+    EXPECT_FALSE(file_is_readable(folder.path));
+}
+
 TEST(Files, a_missing_file_a_folder_and_a_file_over_the_limit_are_unreadable) {
     TestFolder folder;
     std::vector<char> bytes = {'x'};

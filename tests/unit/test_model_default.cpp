@@ -89,6 +89,13 @@ TEST_F(DefaultModel, it_reaches_1793362_on_both_sides_of_each_axis) {
     }
 }
 
+TEST_F(DefaultModel, its_normals_have_components_of_0_057735_0707107_and_1) {
+    std::set<float> sizes;
+    for (int i = 0; i < 3 * model->normal_total; i++)
+        sizes.insert(std::fabs(model->normal[i]));
+    EXPECT_EQ(sizes, (std::set<float>{0.0f, 0.57735f, 0.707107f, 1.0f}));
+}
+
 TEST_F(DefaultModel, its_normals_are_unit_vectors) {
     for (int i = 0; i < model->normal_total; i++) {
         const float *normal = &model->normal[3 * i];

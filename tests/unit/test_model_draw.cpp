@@ -8,6 +8,8 @@
 #include <cmath>
 #include <string>
 
+using namespace std::string_literals;
+
 static constexpr int SIZE = 64; // pixels of the drawing area's sides
 
 // A white light from the viewer and nothing else: a face towards the viewer shows its diffuse
@@ -169,6 +171,77 @@ TEST_F(ModelDraw, emission_does_not_reach_the_faces_behind_a_self_lit_one) {
     expect_pixel(right(), 0, 0, 0);
 }
 
+static void expect_front(GLenum what, float red, float green, float blue) {
+    GLfloat colour[4] = {};
+    glGetMaterialfv(GL_FRONT, what, colour);
+    const float expected[] = {red, green, blue, 1.0f};
+    for (int i = 0; i < 4; i++)
+        EXPECT_EQ(colour[i], expected[i]) << i;
+}
+
+// What an earlier drawing may have left behind.
+static void set_other_material() {
+    static constexpr GLfloat OTHER[] = {0.9f, 0.8f, 0.7f, 0.6f};
+    for (const GLenum what : {GL_AMBIENT, GL_DIFFUSE, GL_SPECULAR, GL_EMISSION})
+        glMaterialfv(GL_FRONT_AND_BACK, what, OTHER);
+    glMaterialf(GL_FRONT_AND_BACK, GL_SHININESS, 5.0f);
+}
+
+static float front_shininess() {
+    GLfloat shininess = 0.0f;
+    glGetMaterialfv(GL_FRONT, GL_SHININESS, &shininess);
+    return shininess;
+}
+
+TEST_F(ModelDraw, a_material_sets_all_colours_and_the_shininess_of_front_faces) {
+    load(TWO_SQUARES);
+    model.material_total = material_load_memory("newmtl a\nKa 0.125 0.25 0.375\n"
+                                                "Kd 0.5 0.625 0.75\nKs 0.875 1 0\nNs 500\n\n"
+                                                "newmtl b\nKd 0 0.5 1\nillum 1\n\n"s,
+                                                &model.material);
+    ASSERT_EQ(model.material_total, 2);
+    for (int i = 0; i < 4; i++)
+        model.face[i].material_id = 0;
+    set_other_material();
+    model_draw(&model);
+    expect_front(GL_AMBIENT, 0.125f, 0.25f, 0.375f);
+    expect_front(GL_DIFFUSE, 0.5f, 0.625f, 0.75f);
+    expect_front(GL_SPECULAR, 0.875f, 1.0f, 0.0f);
+    expect_front(GL_EMISSION, 0.0f, 0.0f, 0.0f);
+    EXPECT_EQ(front_shininess(), 64.0f);
+    GLfloat back[4] = {};
+    glGetMaterialfv(GL_BACK, GL_DIFFUSE, back);
+    EXPECT_EQ(back[0], 0.9f);
+    model.face[3].material_id = 1;
+    model_draw_faded(&model, 1.0f);
+    expect_front(GL_EMISSION, 0.0f, 0.5f, 1.0f);
+    expect_front(GL_AMBIENT, 0.0f, 0.0f, 0.0f);
+}
+
+TEST_F(ModelDraw, no_material_is_black_in_all_but_its_grey_and_shines_at_9608) {
+    load(TWO_SQUARES);
+    set_other_material();
+    model_draw(&model);
+    expect_front(GL_AMBIENT, 0.0f, 0.0f, 0.0f);
+    expect_front(GL_DIFFUSE, 0.35f, 0.35f, 0.35f);
+    expect_front(GL_SPECULAR, 0.0f, 0.0f, 0.0f);
+    expect_front(GL_EMISSION, 0.0f, 0.0f, 0.0f);
+    EXPECT_EQ(front_shininess(), 96.08f);
+}
+
+// The viewer's light falls on the left edge only, where the corners' normal is turned to it.
+TEST_F(ModelDraw, every_corner_has_the_normal_that_its_face_names) {
+    load("v -1 -1 0\nv 1 -1 0\nv 1 1 0\nv -1 1 0\nvn 1 0 0\nvn 0 0 1\n"
+         "f 1//2 2//1 3//1\nf 1//2 3//1 4//2\n");
+    give_materials(1);
+    set_diffuse(0, 1, 1, 1);
+    model.face[0].material_id = model.face[1].material_id = 0;
+    model_draw(&model);
+    EXPECT_GT(gl_pixel(1, SIZE / 2).red, 240);
+    EXPECT_NEAR(gl_pixel(SIZE / 2, SIZE / 2).red, 128, 8);
+    EXPECT_LT(gl_pixel(SIZE - 2, SIZE / 2).red, 15);
+}
+
 TEST_F(ModelDraw, the_second_time_the_display_list_is_drawn) {
     load(TWO_SQUARES);
     give_materials(1);
@@ -219,6 +292,20 @@ TEST_F(ModelDraw, a_face_with_an_index_out_of_range_is_not_drawn_and_the_others_
         model_draw_faded(&model, 1.0f);
         EXPECT_EQ(gl_count_differing(SIZE / 2, 0, SIZE / 2, SIZE, {0, 0, 0}, 0), 0) << bad;
     }
+}
+
+// What lies there would make a good face: only the totals tell that it is not the model's.
+TEST_F(ModelDraw, the_first_index_behind_an_array_is_out_of_range) {
+    load(TWO_SQUARES);
+    model.vertex_total = 5; // the sixth is a corner of both faces on the right
+    model_draw(&model);
+    expect_pixel(left(), GREY_35, GREY_35, GREY_35);
+    expect_pixel(right(), 0, 0, 0);
+    load("v -1 -1 0\nv 1 -1 0\nv 1 1 0\nvn 0 0 1\nvn 0 0 1\nf 1//1 2//1 3//2\n");
+    model.normal_total = 1;
+    clear();
+    model_draw(&model);
+    expect_pixel(right(), 0, 0, 0);
 }
 
 TEST_F(ModelDraw, faces_of_fewer_than_three_corners_are_skipped) {

@@ -3,6 +3,9 @@
 #include "platform/locations.h"
 #include "platform/text.h"
 #include "tests/support/test_folder.h"
+#ifndef _WIN32
+#include "platform/posix/recorder.h"
+#endif
 
 #include <gtest/gtest.h>
 
@@ -299,6 +302,24 @@ TEST_F(ModelLoad, a_long_file_name_is_safe) {
     Model model;
     EXPECT_EQ(model_load(std::string(3000, 'n').c_str(), &model, 1.0f), 1);
 }
+
+#ifndef _WIN32
+TEST_F(ModelLoad, a_file_name_keeps_255_characters) {
+    drive_map('m', folder.path); // or the path would be too long before the name is
+    text_copy(object_dir_location, "m:\\");
+    const std::string name(255, 'n');
+    folder.write("short", "v 1 2 3\n");
+    ASSERT_EQ(file_rename("m:\\short", ("m:\\" + name).c_str()), 0);
+    for (const std::string &asked : {name, name + "x"}) {
+        Model model;
+        ASSERT_EQ(model_load(asked.c_str(), &model, 1.0f), 0);
+        EXPECT_EQ(std::string(model.file_name), name);
+        model_unload(&model);
+    }
+    Model model;
+    EXPECT_EQ(model_load(name.substr(1).c_str(), &model, 1.0f), 1);
+}
+#endif
 
 TEST_F(ModelLoad, a_material_name_of_19_characters_is_found_and_a_longer_one_is_not) {
     const std::string name19(19, 'n'), name20(20, 'n');

@@ -7,6 +7,7 @@
 
 #include <cstring>
 #include <string>
+#include <vector>
 
 struct NodeTest : testing::Test {
     NodeTest() {
@@ -47,7 +48,9 @@ TEST_F(NodeTest, initialising_an_entry_sets_its_defaults) {
     record->bounce_step = 4;
     record->height = record->scale = record->alpha = 0.5f;
     record->move_frames = record->inertia_frames = record->fade_state = record->pick_id = 1;
-    record->inertia_dx = record->inertia_dy = record->dimensions[5] = 1.0f;
+    record->inertia_dx = record->inertia_dy = 1.0f;
+    for (float &dimension : record->dimensions)
+        dimension = 1.0f;
     record->angle = record->angle_target = record->rotation_speed = record->rotation_step = 1.0f;
     record->collision_with = 2;
     node_init_node(5);
@@ -65,7 +68,8 @@ TEST_F(NodeTest, initialising_an_entry_sets_its_defaults) {
     EXPECT_EQ(record->inertia_dx, 0.0f);
     EXPECT_EQ(record->inertia_dy, 0.0f);
     EXPECT_EQ(record->inertia_frames, 0);
-    EXPECT_EQ(record->dimensions[5], 0.0f);
+    for (const float dimension : record->dimensions)
+        EXPECT_EQ(dimension, 0.0f);
     EXPECT_EQ(record->angle, 0.0f);
     EXPECT_EQ(record->angle_target, 0.0f);
     EXPECT_EQ(record->rotation_speed, 0.0f);
@@ -98,6 +102,34 @@ TEST_F(NodeTest, initialising_an_entry_leaves_what_its_page_sets) {
     EXPECT_STREQ(record->name, "name");
     EXPECT_STREQ(record->description, "text");
     EXPECT_EQ(record->actions[0], action);
+}
+
+TEST_F(NodeTest, initialising_the_table_sets_every_entry_and_forgets_every_action) {
+    std::vector<Action *> given;
+    for (Node &record : node) {
+        record.scale = 0.5f;
+        give_actions(&record, NODE_ACTIONS, "a");
+        given.insert(given.end(), record.actions, record.actions + NODE_ACTIONS);
+    }
+    node_init_nodes();
+    for (const Node &record : node) {
+        EXPECT_EQ(record.scale, 1.0f);
+        for (const Action *slot : record.actions)
+            EXPECT_EQ(slot, nullptr);
+    }
+    EXPECT_STREQ(given.back()->name, "a49"); // not freed
+    for (Action *&action : given)
+        action_free_action(&action);
+}
+
+TEST_F(NodeTest, freeing_the_nodes_frees_the_actions_of_every_entry) {
+    for (Node &record : node)
+        give_actions(&record, NODE_ACTIONS, "a");
+    node_free_nodes();
+    for (const Node &record : node) {
+        for (const Action *slot : record.actions)
+            EXPECT_EQ(slot, nullptr);
+    }
 }
 
 TEST_F(NodeTest, a_name_that_two_nodes_share_returns_the_lower_index) {
@@ -155,6 +187,7 @@ TEST_F(NodeTest, slots_beyond_a_shorter_node_keep_their_records_and_are_used_aga
     action_allocate_action(&node[0].actions[2]);
     EXPECT_EQ(node[0].actions[2], third);
     EXPECT_STREQ(third->name, "five2");
+    EXPECT_STREQ(node[0].actions[4]->name, "five4");
 }
 
 // Every field of the record gets a value of its own, so that one forgotten in the copy shows.
@@ -259,6 +292,22 @@ TEST_F(NodeTest, deleting_node_3_of_6_drops_the_link_2_3_and_turns_1_5_into_1_4)
     ASSERT_EQ(line_total, 1);
     EXPECT_EQ(line[0].from, 1);
     EXPECT_EQ(line[0].to, 4);
+}
+
+TEST_F(NodeTest, deleting_lowers_both_ends_of_links_behind_it_and_none_before_it) {
+    for (const char *name : {"a", "b", "c", "d", "e", "f"})
+        add_node(name);
+    line_create_from_ids(3, 4);
+    line_create_from_ids(5, 1);
+    line_create_from_ids(0, 1);
+    line_create_from_ids(255, -1); // of nodes that do not exist
+    node_delete_node(2);
+    ASSERT_EQ(line_total, 4);
+    const std::int32_t expected[][2] = {{2, 3}, {4, 1}, {0, 1}, {254, -1}};
+    for (std::int32_t i = 0; i < 4; i++) {
+        EXPECT_EQ(line[i].from, expected[i][0]) << i;
+        EXPECT_EQ(line[i].to, expected[i][1]) << i;
+    }
 }
 
 TEST_F(NodeTest, deleting_moves_the_actions_down_with_their_node) {

@@ -234,6 +234,54 @@ TEST_F(OptionsTest, a_key_limited_by_its_own_end_needs_that_end) {
     EXPECT_EQ(orvanel_options.remember_last_model, 0);
 }
 
+// A file in which nothing but the colour is closed, every flag turned round.
+TEST_F(OptionsTest, only_four_keys_need_their_own_end) {
+    struct Key {
+        const char *name;
+        std::int32_t Options::*flag;
+        bool needs_end;
+    };
+    static constexpr Key keys[] = {
+        {"show_home_page_title", &Options::show_home_page_title, false},
+        {"maintain_zoom_level", &Options::maintain_zoom_level, false},
+        {"action_double_click_run", &Options::action_double_click_run, false},
+        {"action_exit_action_1", &Options::action_exit_action_1, false},
+        {"action_exit_any", &Options::action_exit_any, false},
+        {"action_menu_icons", &Options::action_menu_icons, true},
+        {"action_menu_title", &Options::action_menu_title, true},
+        {"splash_screen", &Options::splash_screen, false},
+        {"confirm_page_file_delete", &Options::confirm_page_file_delete, false},
+        {"confirm_object_delete", &Options::confirm_object_delete, true},
+        {"remember_last_model", &Options::remember_last_model, true},
+        {"disable_graphics_card_warning", &Options::disable_graphics_card_warning, false},
+        {"good_graphics_card", &Options::good_graphics_card, false},
+        {"reflections", &Options::reflections, false},
+        {"object_rotation", &Options::object_rotation, false},
+        {"zoom_transition", &Options::zoom_transition, false},
+        {"object_transitions", &Options::object_transitions, false},
+        {"floor_inertia", &Options::floor_inertia, false},
+        {"anti_aliasing", &Options::anti_aliasing, false},
+        {"text_shadows", &Options::text_shadows, false},
+        {"object_inertia", &Options::object_inertia, false},
+        {"check_for_updates", &Options::check_for_updates, false},
+    };
+    const Options before = orvanel_options;
+    std::string file;
+    for (const Key &key : keys)
+        file += std::string("<") + key.name + ">" + std::to_string(1 - before.*key.flag) + "\n";
+    ASSERT_EQ(read(file_with("002", file)), OPTIONS_READ);
+    for (const Key &key : keys)
+        EXPECT_EQ(orvanel_options.*key.flag,
+                  key.needs_end ? before.*key.flag : 1 - before.*key.flag)
+            << key.name;
+}
+
+TEST_F(OptionsTest, the_opening_of_the_page_colour_may_be_missing) {
+    read(file_with("002", "<name>Gray</name>\n</default_page_colour>\n"));
+    EXPECT_STREQ(orvanel_options.default_page_colour_name, "Gray");
+    EXPECT_EQ(orvanel_options.default_page_red, 0.14f);
+}
+
 static void read_colour(const std::string &content) {
     read(file_with("002", "<default_page_colour>\n" + content + "</default_page_colour>\n"));
 }
@@ -333,6 +381,13 @@ TEST_F(OptionsTest, a_file_beside_the_program_is_read_and_saved_to_the_users_pla
     file_delete((std::string(exe_location) + "options.xml").c_str());
     EXPECT_EQ(xml_load_options(), OPTIONS_READ);
     EXPECT_EQ(orvanel_options.splash_screen, 0);
+}
+
+TEST_F(OptionsTest, reading_the_users_file_does_not_write_it) {
+    write_user_file(file_with("1", "<splash_screen>0</splash_screen>\n"));
+    const long long size = file_size(user_file.c_str());
+    EXPECT_EQ(xml_load_options(), OPTIONS_READ);
+    EXPECT_EQ(file_size(user_file.c_str()), size);
 }
 
 TEST_F(OptionsTest, an_invalid_file_beside_the_program_is_not_moved) {

@@ -8,6 +8,15 @@
 
 #include <gtest/gtest.h>
 
+#ifdef _WIN32
+#include <cstdio>
+#include <share.h>
+#else
+#include "platform/posix/drives.h"
+
+#include <sys/stat.h>
+#endif
+
 struct PageFileTest : testing::Test {
     TestFolder folder;
 
@@ -164,9 +173,26 @@ TEST_F(PageFileTest, an_action_slot_that_never_got_memory_is_left_out) {
     EXPECT_NE(text.find("<page_file></page_file>"), std::string::npos);
 }
 
+TEST_F(PageFileTest, slots_beyond_the_action_count_are_not_written) {
+    Node *object = add_node(NODE_OBJECT, "a", "b", 0.0f, 0.0f);
+    text_copy(add_action(object, ACTION_COMMAND, 0)->name, "used");
+    text_copy(add_action(object, ACTION_COMMAND, 0)->name, "of an earlier page");
+    object->action_count = 1;
+    const std::string text = page_format(DEFAULT_COLOUR);
+    EXPECT_NE(text.find("<name>used</name>"), std::string::npos);
+    EXPECT_EQ(text.find("of an earlier page"), std::string::npos);
+}
+
 TEST_F(PageFileTest, a_model_that_does_not_exist_is_written_without_a_name) {
-    add_node(NODE_OBJECT, "a", "b", 0.0f, 0.0f)->model_id = 9999;
-    EXPECT_NE(page_format(DEFAULT_COLOUR).find("<model></model>"), std::string::npos);
+    models_total = 1;
+    text_copy(models[1].file_name, "gone.obj"); // left behind by a model that is in use no more
+    Node *object = add_node(NODE_OBJECT, "a", "b", 0.0f, 0.0f);
+    for (const std::int32_t id : {1, 255, 9999, -1, INT32_MIN}) {
+        object->model_id = id;
+        EXPECT_NE(page_format(DEFAULT_COLOUR).find("<model></model>"), std::string::npos) << id;
+    }
+    models[1].file_name[0] = '\0';
+    models_total = 0;
 }
 
 TEST_F(PageFileTest, saving_replaces_the_file_whole) {
@@ -248,6 +274,27 @@ TEST_F(PageFileTest, asking_whether_a_page_is_writable_leaves_its_content) {
     EXPECT_EQ(folder.read("a.orvl"), "mine");
     folder.set_read_only("a.orvl", true);
     EXPECT_EQ(xml_is_page_writable("a.orvl"), 1);
+}
+
+TEST_F(PageFileTest, a_page_that_cannot_be_opened_for_reading_counts_as_deleted) {
+    const std::string path = folder.write("a.orvl", "mine");
+#ifdef _WIN32
+    std::FILE *held = _fsopen(path.c_str(), "rb", _SH_DENYRW);
+    ASSERT_NE(held, nullptr);
+    EXPECT_EQ(xml_delete_page("a.orvl"), 0);
+    std::fclose(held);
+#else
+    ASSERT_EQ(chmod(native_path(path.c_str()).c_str(), S_IWUSR), 0);
+    EXPECT_EQ(xml_delete_page("a.orvl"), 0);
+#endif
+    EXPECT_TRUE(file_exists(path.c_str()));
+}
+
+TEST_F(PageFileTest, a_page_that_cannot_be_deleted_is_reported) {
+    folder.write("a.orvl", "mine");
+    folder.set_read_only("a.orvl", true);
+    EXPECT_EQ(xml_delete_page("a.orvl"), 1);
+    EXPECT_EQ(folder.read("a.orvl"), "mine");
 }
 
 TEST_F(PageFileTest, deleting_a_page_succeeds_also_when_it_is_not_there) {
