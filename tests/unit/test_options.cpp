@@ -1,5 +1,6 @@
 #include "page/options.h"
 
+#include "page/xml.h"
 #include "platform/locations.h"
 #include "platform/text.h"
 #include "tests/support/test_folder.h"
@@ -12,11 +13,13 @@
 
 #include <gtest/gtest.h>
 
-// The user's folder is a fresh one natively; on Windows it is the system's, from which the file is
-// taken away.
+#include <utility>
+
+// The user's folder is a fresh one natively; on Windows it is the system's, where the file of
+// whoever runs the test is put aside meanwhile.
 struct OptionsTest : testing::Test {
     TestFolder folder;
-    std::string user_folder, user_file;
+    std::string user_folder, user_file, put_aside;
 
     OptionsTest() {
 #ifndef _WIN32
@@ -27,6 +30,8 @@ struct OptionsTest : testing::Test {
         location_local_app_data(path, sizeof path);
         user_folder = std::string(path) + "\\Orvanel";
         user_file = user_folder + "\\options.xml";
+        put_aside = user_file + ".aside";
+        file_rename(user_file.c_str(), put_aside.c_str()); // unless a crash left one there already
         file_delete(user_file.c_str());
         folder_create((std::string(folder.path) + "program").c_str());
         text_copy(exe_location, (std::string(folder.path) + "program\\").c_str());
@@ -34,6 +39,7 @@ struct OptionsTest : testing::Test {
     }
     ~OptionsTest() override {
         file_delete(user_file.c_str());
+        file_rename(put_aside.c_str(), user_file.c_str());
         exe_location[0] = '\0';
     }
 
@@ -344,6 +350,26 @@ TEST_F(OptionsTest, without_a_file_the_defaults_stay) {
     EXPECT_EQ(xml_load_options(), OPTIONS_NONE);
     EXPECT_EQ(options_format(), DEFAULT_FILE);
     EXPECT_FALSE(file_exists(user_file.c_str()));
+}
+
+TEST_F(OptionsTest, whatever_comes_of_it_no_file_stays_loaded) {
+    const auto load_over_another = [] {
+        const std::string text = "<a></a>\n";
+        EXPECT_EQ(xml_load_memory({text.data(), text.size()}), 0);
+        return xml_load_options();
+    };
+    EXPECT_EQ(load_over_another(), OPTIONS_NONE);
+    EXPECT_EQ(xml, nullptr);
+    const std::pair<std::string, std::int32_t> files[] = {
+        {"<page>\n</page>\n", OPTIONS_INVALID},
+        {"<orvanel_options>\n</orvanel_options>\n", OPTIONS_NONE},
+        {file_with("003", ""), OPTIONS_NEWER},
+        {file_with("002", ""), OPTIONS_READ}};
+    for (const auto &[text, result] : files) {
+        write_user_file(text);
+        EXPECT_EQ(load_over_another(), result);
+        EXPECT_EQ(xml, nullptr) << result;
+    }
 }
 
 TEST_F(OptionsTest, a_file_without_a_version_counts_as_none) {

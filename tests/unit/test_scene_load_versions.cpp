@@ -1,5 +1,8 @@
 // What the versions of the page format have in common and where they differ.
+#include "page/xml.h"
 #include "tests/unit/scene_load_fixture.h"
+
+#include <utility>
 
 static const char PROPERTIES[] = "<properties>\n<x_position>1.50</x_position>\n"
                                  "<y_position>-2.00</y_position>\n<colour>\n<red>0.10</red>\n"
@@ -73,6 +76,23 @@ TEST_F(SceneLoadTest, versions_up_to_3_name_a_sub_page_in_a_plain_action) {
                   PAGE_SYNTAX)
             << version;
     }
+}
+
+TEST_F(SceneLoadTest, whatever_comes_of_it_no_file_stays_loaded) {
+    const std::pair<std::string, std::uint32_t> files[] = {
+        {page("4", object("a")), PAGE_LOADED},
+        {page("5", object("a")), PAGE_NEWER},
+        {"<other>\n</other>\n", PAGE_NOT_A_PAGE},
+        {page("4", without(object("a"), "name")), PAGE_SYNTAX}};
+    for (const auto &[text, result] : files) {
+        folder.write("a.orvl", text);
+        EXPECT_EQ(scene_load_page("a.orvl", "A"), result);
+        EXPECT_EQ(xml, nullptr) << result;
+    }
+    const std::string text = "<a></a>\n";
+    ASSERT_EQ(xml_load_memory({text.data(), text.size()}), 0);
+    EXPECT_EQ(scene_load_page("none.orvl", "None"), PAGE_NOT_OPENED);
+    EXPECT_EQ(xml, nullptr);
 }
 
 TEST_F(SceneLoadTest, a_bracket_in_a_text_is_written_as_it_is_and_cuts_it_on_reading) {
