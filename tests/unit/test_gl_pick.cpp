@@ -264,6 +264,16 @@ TEST(BoxPicking, the_first_box_that_holds_the_mouse_wins) {
     EXPECT_EQ(box_pick(4.0f, 4.0f), -1);
 }
 
+TEST(BoxPicking, takes_the_mouse_to_the_plane_that_objects_stand_on_at_every_zoom_level) {
+    const SceneStage stage;
+    stage_add(NODE_OBJECT, 9.0f, -6.0f);
+    set_box(0, 0.3f);
+    for (std::int32_t level = 0; level <= ZOOM_LEVEL_MAX; level++) {
+        stage_zoom_level(level);
+        EXPECT_EQ(box_pick(9.0f, -6.0f), 0) << level;
+    }
+}
+
 TEST(BoxPicking, goes_with_the_floor_when_it_is_scrolled) {
     const SceneStage stage;
     stage_add(NODE_OBJECT, 50.0f, -40.0f);

@@ -1,3 +1,4 @@
+#include "platform/gl.h"
 #include "scene/gl_util.h"
 #include "scene/interaction.h"
 #include "scene/scene.h"
@@ -92,6 +93,37 @@ TEST(LinkLines, rise_and_fall_with_the_objects_during_a_transition) {
     EXPECT_TRUE(is_yellow(line_pixel(0.0f, 6.0f)));
 }
 
+// What was drawn before leaves a material that shines and glows.
+static void expect_dull_lines(void (*draw)()) {
+    const float shiny[4] = {1.0f, 1.0f, 1.0f, 1.0f};
+    glMaterialfv(GL_FRONT, GL_SPECULAR, shiny);
+    glMaterialfv(GL_FRONT, GL_EMISSION, shiny);
+    glMaterialf(GL_FRONT, GL_SHININESS, 50.0f);
+    glNormal3f(1.0f, 0.0f, 0.0f);
+    draw();
+    float specular[4], emission[4], shininess = 1.0f, normal[3];
+    glGetMaterialfv(GL_FRONT, GL_SPECULAR, specular);
+    glGetMaterialfv(GL_FRONT, GL_EMISSION, emission);
+    glGetMaterialfv(GL_FRONT, GL_SHININESS, &shininess);
+    glGetFloatv(GL_CURRENT_NORMAL, normal);
+    for (int i = 0; i < 3; i++) {
+        EXPECT_EQ(specular[i], 0.0f);
+        EXPECT_EQ(emission[i], 0.0f);
+        EXPECT_EQ(normal[i], i == 2 ? 1.0f : 0.0f);
+    }
+    EXPECT_EQ(shininess, 0.0f);
+}
+
+TEST(LinkLines, neither_shine_nor_glow_finished_or_being_drawn) {
+    const SceneStage stage;
+    stage_nodes();
+    line_create_from_ids(0, 1);
+    expect_dull_lines(scene_draw_lines);
+    app_line_from_node = app_align_from_node = 0;
+    expect_dull_lines(scene_draw_line_select_lines);
+    expect_dull_lines(scene_draw_alignment_line);
+}
+
 TEST(LinkLines, turn_with_the_whole_scene) {
     const SceneStage stage;
     stage_nodes();
@@ -142,6 +174,11 @@ TEST(LinkBeingDrawn, snaps_to_the_object_under_the_mouse_but_not_to_a_label) {
     point_mouse_at(7.5f, -7.0f);
     stage_draw();
     EXPECT_TRUE(is_yellow(line_pixel(4.5f, -3.0f)));
+    for (const GrabState other : {GRAB_IDLE, GRAB_GRABBED}) {
+        node[1].grab_state = other;
+        stage_draw();
+        EXPECT_FALSE(is_yellow(line_pixel(4.5f, -3.0f))) << other;
+    }
     node[1].grab_state = GRAB_IDLE;
     node[label].grab_state = GRAB_HOVERED;
     stage_draw();

@@ -331,6 +331,29 @@ TEST_F(SceneTextTitle, the_system_title_has_its_baseline_43_pixels_below_the_top
     EXPECT_EQ(bounds_of_colour(context, WHITE).count, bounds.count);
 }
 
+TEST_F(SceneTextTitle, the_system_title_starts_12_pixels_from_the_left) {
+    use_texture_fonts(false);
+    scene_stack_depth = 1;
+    text_copy(scene_page_title, "H");
+    const std::int32_t left = draw_title().left;
+    gl_clear(BLUE);
+    glWindowPos2fMESAemulate(100.0f, 100.0f);
+    font_printf(&font_page_title, "H");
+    EXPECT_EQ(left - 12, drawn_bounds(context, BLUE).left - 100);
+}
+
+TEST_F(SceneTextTitle, the_title_has_the_colour_of_names_and_not_of_labels) {
+    scene_stack_depth = 1;
+    font_white = {1.0f, 0.0f, 0.0f};
+    font_label_normal = {0.0f, 1.0f, 0.0f};
+    for (const bool texture : {false, true}) {
+        use_texture_fonts(texture);
+        draw_title();
+        EXPECT_GT(bounds_of_colour(context, {255, 0, 0}).count, 100) << texture;
+        EXPECT_EQ(bounds_of_colour(context, {0, 255, 0}).count, 0) << texture;
+    }
+}
+
 TEST_F(SceneTextTitle, the_buttons_place_is_right_of_the_system_title) {
     use_texture_fonts(false);
     scene_stack_depth = 1;

@@ -159,6 +159,15 @@ TEST_F(SceneTextMouse, objects_are_no_labels) {
     EXPECT_EQ(over(0.0, 0.0), -1);
 }
 
+TEST_F(SceneTextMouse, a_label_is_hit_whatever_has_moved_the_matrix) {
+    add(NODE_LABEL, "", "Hello", 0.0f, 0.0f);
+    draw_labels();
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    glTranslatef(50.0f, 0.0f, 0.0f);
+    EXPECT_EQ(scene_mouse_over_label(250, 200), 0) << "the middle of the window";
+}
+
 TEST_F(SceneTextMouse, the_hit_test_leaves_the_matrices_as_they_were) {
     glMatrixMode(GL_MODELVIEW);
     glLoadIdentity();
