@@ -126,6 +126,13 @@ TEST_F(Clipboard, others_are_pushed_out_of_the_way_of_the_pasted_one_which_stays
               node[2].x + node[2].dimensions[EXTENT_LEFT]);
 }
 
+TEST_F(Clipboard, the_pasted_one_is_anchored_until_the_others_have_made_room) {
+    clipboard_fill(0, CLIPBOARD_COPIED);
+    Film film([] { return static_cast<float>(node_total == 2 ? node[2].grab_state : -1); });
+    clipboard_paste(0.5f, 0.0f);
+    EXPECT_EQ(film.values(), (std::vector<float>{GRAB_ANCHORED, -1.0f}));
+}
+
 TEST_F(Clipboard, a_pasted_object_pops_up_once_there_is_room) {
     clipboard_fill(0, CLIPBOARD_COPIED);
     Film film([] { return node_total == 3 ? node[2].scale : -1.0f; });
