@@ -29,6 +29,8 @@ struct RecordedColour {
     std::int32_t red, green, blue; // 0..255
 };
 
+enum class RecordedDialog { Object, Page, Label, Options, About };
+
 struct Recorder {
     std::vector<RecordedMessage> messages;
     std::vector<MessageAnswer> answers; // given in turn; then Ok or Cancel, whichever the box has
@@ -36,6 +38,10 @@ struct Recorder {
     int (*start_result)(const RecordedStart &start); // null = every start succeeds
     std::string browser_command;                     // empty = there is no such registry key
     std::vector<RecordedMenu> menus;                 // shown, and closed without a choice
+
+    std::vector<RecordedDialog> dialogs; // shown
+    // Plays the user of a dialog and returns its DialogResult; null = it is cancelled.
+    std::int32_t (*dialog_user)(RecordedDialog which);
 
     bool chooses_colour; // in the colour chooser, else it is closed without a choice
     RecordedColour colour_choice, colour_offered;

@@ -1,0 +1,30 @@
+#include "dialogs/dialogs.h"
+
+#include "platform/posix/recorder.h"
+
+std::int32_t dialog_node_id = -1;
+
+static std::int32_t show(RecordedDialog which) {
+    recorder.dialogs.push_back(which);
+    return recorder.dialog_user != nullptr ? recorder.dialog_user(which) : DIALOG_CANCEL;
+}
+
+std::int32_t dialog_object_show() {
+    return show(RecordedDialog::Object);
+}
+
+std::int32_t dialog_page_show() {
+    return show(RecordedDialog::Page);
+}
+
+std::int32_t dialog_label_show() {
+    return show(RecordedDialog::Label);
+}
+
+std::int32_t dialog_options_show() {
+    return show(RecordedDialog::Options);
+}
+
+std::int32_t dialog_about_show() {
+    return show(RecordedDialog::About);
+}
