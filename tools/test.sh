@@ -94,11 +94,11 @@ if wants fuzz; then
     run_fuzzers
 fi
 if wants e2e; then
-    # All of it with the program we ship; of the 64-bit one that it starts, runs an action and ends.
+    # All of it with the program we ship; of the 64-bit one that it starts, hands a page over, runs an action and ends.
     for variant in win32 win64; do
         say "End to end, $variant"
         selected=
-        [ $variant = win64 ] && selected="first_start or runs_its_first_action or escape_ends"
+        [ $variant = win64 ] && selected="first_start or second_start or runs_its_first_action or escape_ends"
         if build_variant $variant; then
             ORVANEL_VARIANT=$variant /usr/bin/python3 -m pytest -q -p no:cacheprovider tests/e2e \
                 -k "$selected" --junit-xml="$reports/e2e-$variant.xml" \
