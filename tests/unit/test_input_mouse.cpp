@@ -180,7 +180,8 @@ static float drag_right(std::uint32_t interval) {
 }
 
 TEST(FloorThrow, coasts_for_30_frames_with_the_speed_of_the_hand_in_units_a_frame) {
-    for (const std::uint32_t interval : {5u, 10u, 25u, 50u}) {
+    // From a quick mouse to a program that is busy drawing and hears of it only now and then.
+    for (const std::uint32_t interval : {5u, 10u, 25u, 50u, 99u, 120u, 300u}) {
         const MouseStage stage;
         const float step = drag_right(interval);
         input_left_up(320, 200);
