@@ -31,6 +31,10 @@ def shows(program, channel):
     return all(pixel[channel] > 1.5 * pixel[other] for other in range(3) if other != channel)
 
 
+def differ(one, other):
+    return ImageChops.difference(one, other).getbbox() is not None
+
+
 def wait_still(program, timeout=20):
     """Waits until nothing moves any more and returns the picture."""
 
@@ -127,14 +131,13 @@ def test_a_floor_dragged_past_its_edge_springs_back():
 
 
 def middle_of_name(program):
-    """Where the one name on the page stands from left to right, below the title."""
+    """Where the one name on the page stands from left to right, below the title; None = not in sight."""
     picture = program.picture()
     page = picture.crop((0, 100, picture.width, picture.height))
     columns = [
         i % page.width for i, pixel in enumerate(page.getdata()) if min(pixel) > 190
     ]
-    assert columns, "no name in sight"
-    return sum(columns) / len(columns)
+    return sum(columns) / len(columns) if columns else None
 
 
 def test_a_thrown_floor_coasts_and_comes_to_rest_and_a_rested_mouse_does_not_throw():
@@ -154,7 +157,8 @@ def test_a_thrown_floor_coasts_and_comes_to_rest_and_a_rested_mouse_does_not_thr
             wait_still(program)
             drag(program, (800, 800), (700, 800), steps=8, pause=0.01)
             wait_still(program)
-            return start - middle_of_name(program) > 130
+            end = middle_of_name(program)
+            return end is None or start - end > 130
 
         assert any(coasted() for _ in range(4)), "the floor stops with the mouse"
 
@@ -163,13 +167,13 @@ def test_an_object_under_the_mouse_grows_and_then_spins_and_settles_as_it_was():
     write_page("home.orvl", page_text(object_text("Only", 0.0, 0.0, []), GREEN_PAGE))
     with Orvanel().wait_ready() as program:
         program.rest_mouse()
-        at_rest = wait_still(program).tobytes()
+        at_rest = wait_still(program)
         program.move_to(*program.screen_position(0, 0))
         time.sleep(0.8)  # 15 frames of 25 ms have passed, but not the 80 after them
-        assert program.picture("grown").tobytes() != at_rest
+        assert differ(program.picture("grown"), at_rest), "the object does not grow"
         time.sleep(2.5)
-        first = program.picture("spinning").tobytes()
+        first = program.picture("spinning")
         time.sleep(0.5)
-        assert program.picture().tobytes() != first
+        assert differ(program.picture(), first), "the object does not spin"
         program.rest_mouse()
-        assert wait_still(program).tobytes() == at_rest
+        assert not differ(wait_still(program), at_rest), "the object does not settle as it was"
