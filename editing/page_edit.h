@@ -1,5 +1,5 @@
-// Edit mode of the page shown: entering it, leaving it with or without saving, and the question about
-// unsaved changes. A page that cannot be saved stays in edit mode, so that no change is lost.
+// Edit mode of the page shown: entering it, leaving it with or without saving, and the question
+// about unsaved changes. A page that cannot be saved stays in edit mode, so that no change is lost.
 #pragma once
 
 #include <cstdint>

@@ -35,7 +35,8 @@ extern MouseState mouse;
 struct WindowPosition {
     std::int32_t x, y; // client pixels from the top left
 };
-extern WindowPosition pre_dialog_mouse; // of the last right click: commands are for what stands there
+extern WindowPosition
+    pre_dialog_mouse; // of the last right click: commands are for what stands there
 
 // View mode, nothing grabbed, no links drawn, no keys down.
 void interaction_init();

@@ -65,8 +65,8 @@ std::uint32_t open_page_from_command_line(const char *text) {
     return result;
 }
 
-// There is no staying in edit mode here: what is not answered with Yes, or cannot be saved, discards
-// the changes. True when the page shown now differs from its file.
+// There is no staying in edit mode here: what is not answered with Yes, or cannot be saved,
+// discards the changes. True when the page shown now differs from its file.
 static bool discard_edit_mode() {
     page_edit_settle_changes();
     const bool discarded = scene_changed == 1;
