@@ -94,7 +94,8 @@ if wants fuzz; then
     run_fuzzers
 fi
 if wants e2e; then
-    # All of it with the program we ship; of the 64-bit one that it starts, hands a page over, runs an action and ends.
+    # All of it with the program we ship; of the 64-bit one that it starts, hands a page over, runs an
+    # action and ends.
     for variant in win32 win64; do
         say "End to end, $variant"
         selected=
