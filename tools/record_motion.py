@@ -23,7 +23,9 @@ FRAME = (400, 306)  # pixels of a frame in the picture
 GAP = 6  # pixels between frames
 GAP_COLOUR = (255, 255, 255)
 NETWORK = (0.0, 20.0)  # floor positions on the home page
-REGISTRY = (10.0, 6.3)
+REGISTRY = (10.0, 7.5)
+PAGE_BOX = (140, 55, 1140, 820)  # the part of the window with the objects, pixels
+NEAR = 7  # zoom level for the spinning object
 
 
 def difference(a, b):
@@ -52,6 +54,16 @@ def film(program, seconds):
     return frames
 
 
+def shows_objects(frame):
+    """False for bare floor."""
+    return max(ImageStat.Stat(frame.crop(PAGE_BOX)).stddev) > 12
+
+
+def floor_red(frame):
+    """Tells the pages apart: one is blue, the other purple."""
+    return frame.getpixel((20, 700))[0]
+
+
 def spread(frames, count):
     """That many of the frames, from the first to the last."""
     return [frames[i * (len(frames) - 1) // (count - 1)] for i in range(count)]
@@ -63,9 +75,11 @@ def opening_page(program):
     frames = film(program, 6.0)
     after = wait_still(program)
     flight = [f for f in frames if min(difference(f, before), difference(f, after)) > 1.0]
-    if len(flight) < 2:
-        raise SystemExit("the flight was not caught")
-    return [before, flight[len(flight) // 4], flight[3 * len(flight) // 4], after]
+    out = [f for f in flight if floor_red(f) <= floor_red(before) + 1 and shows_objects(f)]
+    back = [f for f in flight if floor_red(f) > floor_red(before) + 1 and shows_objects(f)]
+    if not out or not back:
+        return None
+    return [before, out[len(out) // 2], back[len(back) // 2], after]
 
 
 def throwing_floor(program):
@@ -73,16 +87,19 @@ def throwing_floor(program):
     before = wait_still(program)
     program.move_to(560, 820)
     orvanel.xdotool("mousedown", 1)
-    for step in range(1, 11):
-        orvanel.xdotool("mousemove", "--window", program.window, 560 + 22 * step, 820 - 9 * step)
-        time.sleep(0.01)
+    for step in range(1, 16):
+        orvanel.xdotool("mousemove", "--window", program.window, 560 + 9 * step, 820 - 3 * step)
+        time.sleep(0.03)
     orvanel.xdotool("mouseup", 1)
-    frames = film(program, 4.0)
-    return spread([before, *frames], COLUMNS)
+    frames = [frame for frame in film(program, 4.0) if difference(frame, before) > 0.5]
+    if len(frames) < COLUMNS - 1 or difference(frames[-1], frames[0]) < 0.5:
+        return None
+    return spread([before, *frames], COLUMNS) if shows_objects(frames[-1]) else None
 
 
 def spinning_object(program):
-    x, y = program.screen_position(*REGISTRY)
+    program.key(*["plus"] * (NEAR - 4))
+    x, y = program.screen_position(*REGISTRY, zoom_level=NEAR)
     program.rest_mouse()
     before = wait_still(program)
     program.move_to(x, y)
@@ -107,17 +124,24 @@ def sheet(rows):
     return picture
 
 
+def take(program, scene):
+    """The frames of a scene; it is played again when the moment was missed."""
+    for _ in range(5):
+        frames = scene(program)
+        program.key("BackSpace")
+        wait_still(program)
+        program.key("Home")
+        program.rest_mouse()
+        if frames is not None:
+            return [frame.crop(PAGE_BOX) for frame in frames]
+    raise SystemExit(f"{scene.__name__}: not caught")
+
+
 def main():
     orvanel.clean_user()
     with orvanel.Orvanel().wait_ready() as program:
         program.rest_mouse()
-        rows = [opening_page(program)]
-        program.key("BackSpace")
-        program.rest_mouse()
-        wait_still(program)
-        rows.append(throwing_floor(program))
-        program.key("Home")
-        wait_still(program)
+        rows = [take(program, opening_page), take(program, throwing_floor)]
         rows.append(spinning_object(program))
     orvanel.clean_user()
     out = ROOT / "docs" / "motion.png"
