@@ -1,0 +1,61 @@
+#include "dialogs/rules/dialog_object_rules.h"
+
+#include "page/node.h"
+#include "page/options.h"
+#include "platform/text.h"
+#include "scene/scene_floor.h"
+#include "scene/scene_page.h"
+
+std::int32_t dialog_object_node_id = DIALOG_OBJECT_NEW;
+float dialog_object_mouse_x, dialog_object_mouse_y;
+std::int32_t dialog_object_last_model_used = -1;
+
+void dialog_object_set_node(std::int32_t index) {
+    dialog_object_node_id = index;
+}
+
+void dialog_object_set_mouse(float x, float y) {
+    dialog_object_mouse_x = x;
+    dialog_object_mouse_y = y;
+}
+
+bool dialog_object_edits_node() {
+    return node_is_live(dialog_object_node_id);
+}
+
+const char *dialog_object_title() {
+    return dialog_object_edits_node() ? "Object Properties" : "New Object";
+}
+
+// The position stays in the table's entry when it is initialised, and the entry may have held
+// another node before.
+static void begin_new_node(std::int32_t id) {
+    node[id].type = NODE_OBJECT;
+    node[id].x = dialog_object_mouse_x + scene_floor.position_x;
+    node[id].y = dialog_object_mouse_y + scene_floor.position_y;
+    node[id].move_dx = node[id].move_dy = 0.0f;
+    node[id].label_depth = 0;
+    node_init_node(id);
+}
+
+std::int32_t dialog_object_apply(const ObjectDetails &details) {
+    const bool edited = dialog_object_edits_node();
+    if (!edited && node_total >= NODE_CAPACITY)
+        return -1;
+    const std::int32_t id = edited ? dialog_object_node_id : node_total;
+    if (!edited)
+        begin_new_node(id);
+    text_copy_limit(node[id].name, NODE_NAME_LENGTH, details.name);
+    text_copy_limit(node[id].description, NODE_DESCRIPTION_LENGTH, details.description);
+    node[id].model_id = details.model_id;
+    node_set_model_dimensions(id);
+    if (!edited)
+        node_total++;
+    template_object_load();
+    return id;
+}
+
+void dialog_object_remember_model(std::int32_t index) {
+    if (orvanel_options.remember_last_model == 1)
+        dialog_object_last_model_used = index;
+}
