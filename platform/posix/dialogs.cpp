@@ -2,8 +2,6 @@
 
 #include "platform/posix/recorder.h"
 
-std::int32_t dialog_node_id = -1;
-
 static std::int32_t show(RecordedDialog which) {
     recorder.dialogs.push_back(which);
     return recorder.dialog_user != nullptr ? recorder.dialog_user(which) : DIALOG_CANCEL;
