@@ -135,13 +135,6 @@ TEST(KeyDown, escape_in_view_mode_quits_without_any_question) {
     EXPECT_EQ(0u, script.shown().size());
 }
 
-TEST(KeyDown, tab_has_no_effect_yet) {
-    const InputStage stage;
-    input_key_down(9);
-    EXPECT_EQ(APP_VIEW, app_mode);
-    EXPECT_FALSE(took_quit());
-}
-
 TEST(KeyDown, in_view_mode_ctrl_c_ctrl_v_ctrl_x_ctrl_y_and_ctrl_z_do_nothing) {
     const InputStage stage;
     const std::int32_t id = add(NODE_OBJECT, 0.0f, 0.0f, "");
