@@ -43,13 +43,16 @@ struct ModelPage {
     bool is_full() const {
         return nodes.size() >= 255;
     }
-    void link(std::int32_t from, std::int32_t to) {
+    // False when there is no room for it or it is there already.
+    bool link(std::int32_t from, std::int32_t to) {
         for (const ModelLink &known : links) {
             if (known == ModelLink{from, to} || known == ModelLink{to, from})
-                return;
+                return false;
         }
-        if (links.size() < 255)
-            links.push_back({from, to});
+        if (links.size() >= 255)
+            return false;
+        links.push_back({from, to});
+        return true;
     }
     void remove_links(std::int32_t id) {
         std::erase_if(links, [=](const ModelLink &l) { return l.from == id || l.to == id; });
