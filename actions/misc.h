@@ -45,6 +45,10 @@ std::int32_t copy_files(const char *source_folder, const char *target_folder, co
 std::int32_t change_file_extensions(const char *folder, const char *old_extension,
                                     const char *new_extension);
 
+// The file that a page of this name goes into: letters, digits and '_' of it and ".orvl".
+void page_file_name_from_page_name(const char *name, char (&file_name)[PATH_SIZE]);
+
+// The same in place, but a path stays as it is.
 void convert_string_to_valid_page_file_name(char (&name)[PATH_SIZE]);
 inline constexpr std::size_t PAGE_TITLE_SIZE = 41;
 void generate_page_name_from_file_name(const char *path, char (&title)[PAGE_TITLE_SIZE]);

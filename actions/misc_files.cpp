@@ -91,21 +91,27 @@ static std::string safe_characters(std::string_view name) {
     return safe;
 }
 
+void page_file_name_from_page_name(const char *name, char (&file_name)[PATH_SIZE]) {
+    std::string safe = safe_characters(name);
+    // An ending counts only where the name as it was typed ends: not when a character was dropped.
+    const bool whole = safe.size() == std::strlen(name);
+    if (whole && safe.ends_with("_orvl")) {
+        safe[safe.size() - 5] = '.';
+    } else if (whole && safe.ends_with("_xml")) {
+        safe[safe.size() - 4] = '.';
+    } else {
+        safe.resize(std::min(safe.size(), PATH_LENGTH - PAGE_EXTENSION.size()));
+        safe += PAGE_EXTENSION;
+    }
+    text_copy(file_name, safe.c_str());
+}
+
 void convert_string_to_valid_page_file_name(char (&name)[PATH_SIZE]) {
     if (is_path(name))
         return;
-    std::string file_name = safe_characters(name);
-    // An ending counts only where the name as it was typed ends: not when a character was dropped.
-    const bool whole = file_name.size() == std::strlen(name);
-    if (whole && file_name.ends_with("_orvl")) {
-        file_name[file_name.size() - 5] = '.';
-    } else if (whole && file_name.ends_with("_xml")) {
-        file_name[file_name.size() - 4] = '.';
-    } else {
-        file_name.resize(std::min(file_name.size(), PATH_LENGTH - PAGE_EXTENSION.size()));
-        file_name += PAGE_EXTENSION;
-    }
-    text_copy(name, file_name.c_str());
+    char file_name[PATH_SIZE];
+    page_file_name_from_page_name(name, file_name);
+    text_copy(name, file_name);
 }
 
 // A letter behind one of these begins a word.

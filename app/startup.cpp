@@ -3,6 +3,7 @@
 #include "actions/menu.h"
 #include "actions/misc.h"
 #include "assets/model.h"
+#include "dialogs/rules/dialog_page_rules.h"
 #include "editing/clipboard.h"
 #include "editing/undo.h"
 #include "page/node.h"
@@ -184,6 +185,7 @@ void startup_modules() {
     menu_init();
     clipboard_init();
     undo_init();
+    dialog_page_init();
     console_printf("exe location:  '%s'", exe_location);
     console_printf("obj location:  '%s'", object_dir_location);
     console_printf("template location: '%s'", page_template_dir_location);
