@@ -37,6 +37,10 @@ static constexpr EntryColours HIGHLIGHTED = {RGB(183, 217, 246), RGB(192, 226, 2
 static constexpr EntryColours HIGHLIGHTED_DISABLED = {RGB(223, 223, 223), RGB(233, 233, 233),
                                                       RGB(200, 200, 200), true};
 
+static bool is_disabled(UINT state) {
+    return (state & (ODS_DISABLED | ODS_GRAYED)) != 0;
+}
+
 static int length(const char *text) {
     return static_cast<int>(std::strlen(text));
 }
@@ -134,28 +138,32 @@ static void draw_bitmap(HDC dc, const RECT &area, HBITMAP bitmap, bool disabled,
     object_destroy(faded);
 }
 
-static void draw_entry_text(HDC dc, const RECT &paper, const EntryColours &colours, bool disabled,
-                            const MenuItem &item) {
-    SetBkColor(dc, colours.paper);
-    SetTextColor(dc, disabled ? DISABLED_TEXT : GetSysColor(COLOR_MENUTEXT));
+static const EntryColours &entry_colours(UINT state) {
+    if ((state & ODS_SELECTED) == 0)
+        return NORMAL;
+    return is_disabled(state) ? HIGHLIGHTED_DISABLED : HIGHLIGHTED;
+}
+
+static void set_text_colours(HDC dc, UINT state) {
+    SetBkColor(dc, entry_colours(state).paper);
+    SetTextColor(dc, is_disabled(state) ? DISABLED_TEXT : GetSysColor(COLOR_MENUTEXT));
+}
+
+static void draw_entry_text(HDC dc, const RECT &paper, UINT state, const MenuItem &item) {
+    set_text_colours(dc, state);
     ExtTextOutA(dc, static_cast<int>(paper.left + TEXT_INDENT - COLUMN_WIDTH),
                 static_cast<int>(paper.top + TEXT_TOP), ETO_OPAQUE | ETO_CLIPPED, &paper, item.text,
                 static_cast<UINT>(length(item.text)), nullptr);
 }
 
 static void draw_entry(HDC dc, const RECT &area, UINT state, const MenuItem &item) {
-    const bool disabled = (state & (ODS_DISABLED | ODS_GRAYED)) != 0;
-    const bool highlighted = (state & ODS_SELECTED) != 0;
-    const EntryColours &colours = !highlighted ? NORMAL
-                                  : disabled   ? HIGHLIGHTED_DISABLED
-                                               : HIGHLIGHTED;
+    const EntryColours &colours = entry_colours(state);
     fill(dc, {area.left, area.top, area.left + COLUMN_WIDTH, area.bottom}, colours.column);
-    draw_entry_text(dc, {area.left + COLUMN_WIDTH, area.top, area.right, area.bottom}, colours,
-                    disabled, item);
+    draw_entry_text(dc, {area.left + COLUMN_WIDTH, area.top, area.right, area.bottom}, state, item);
     if (colours.framed)
         frame(dc, area, colours.frame);
     if (item.image_type == MENU_ITEM_BITMAP)
-        draw_bitmap(dc, area, item.bitmap, disabled, colours.column);
+        draw_bitmap(dc, area, item.bitmap, is_disabled(state), colours.column);
     else if (item.image_type == MENU_ITEM_ICON)
         DrawIconEx(dc, static_cast<int>(area.left + ICON_LEFT),
                    static_cast<int>(area.top + ICON_TOP), item.icon, 0, 0, 0, nullptr, DI_NORMAL);
@@ -173,4 +181,6 @@ void menu_item_draw(HWND, const DRAWITEMSTRUCT *request) {
     else
         draw_entry(request->hDC, request->rcItem, request->itemState, *item);
     RestoreDC(request->hDC, saved);
+    if (item->type == MENU_ITEM_COMMAND) // the system draws a submenu's arrow in these
+        set_text_colours(request->hDC, request->itemState);
 }

@@ -246,15 +246,16 @@ TEST_F(MenuDraw, the_title_font_is_tahoma_at_its_heaviest) {
     EXPECT_EQ(900, font.lfWeight);
 }
 
-TEST_F(MenuDraw, the_device_context_is_left_as_it_was) {
-    SetTextColor(canvas.dc, RED);
-    SetBkColor(canvas.dc, GREEN);
+TEST_F(MenuDraw, the_device_context_is_left_as_it_was_but_for_the_colours_of_the_arrow) {
     const HGDIOBJ font = GetCurrentObject(canvas.dc, OBJ_FONT);
     for (const MenuItemType type : {MENU_ITEM_COMMAND, MENU_ITEM_SEPARATOR, MENU_ITEM_HEADER}) {
+        SetTextColor(canvas.dc, RED);
+        SetBkColor(canvas.dc, GREEN);
         set(type, "Text");
         draw({10, 5, 190, 26}, HIGHLIGHTED);
-        EXPECT_EQ(RED, GetTextColor(canvas.dc));
-        EXPECT_EQ(GREEN, GetBkColor(canvas.dc));
+        const bool arrow = type == MENU_ITEM_COMMAND; // it may open a submenu
+        EXPECT_EQ(arrow ? GetSysColor(COLOR_MENUTEXT) : RED, GetTextColor(canvas.dc));
+        EXPECT_EQ(arrow ? RGB(192, 226, 255) : GREEN, GetBkColor(canvas.dc));
         EXPECT_EQ(OPAQUE, GetBkMode(canvas.dc));
         EXPECT_EQ(font, GetCurrentObject(canvas.dc, OBJ_FONT));
     }
