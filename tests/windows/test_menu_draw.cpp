@@ -371,6 +371,9 @@ TEST_F(MenuDraw, a_faded_copy_is_a_32_bit_picture_of_the_same_size) {
     EXPECT_EQ(16, info.dsBm.bmWidth);
     EXPECT_EQ(16, info.dsBm.bmHeight);
     EXPECT_EQ(32, info.dsBm.bmBitsPixel);
+    const auto *pixels = static_cast<const std::uint32_t *>(info.dsBm.bmBits);
+    EXPECT_EQ(0x959595u, pixels[0]) << "the top row does not come first";
+    EXPECT_EQ(0x00FF00u, pixels[15]);
     EXPECT_EQ(RGB(149, 149, 149), pixel_of(faded, 0, 0));
     EXPECT_EQ(RGB(64, 64, 64), pixel_of(faded, 7, 7));
     EXPECT_EQ(GREEN, pixel_of(faded, 1, 0));
