@@ -15,6 +15,10 @@ inline constexpr std::size_t PATH_SIZE = 261; // 260 characters and the terminat
 // then). A file larger than limit counts as unreadable. bytes has room for one more.
 int file_read(const char *path, std::vector<char> *bytes, std::size_t limit = 1u << 30);
 
+// Reads the beginning of a file, as much as target holds. Returns the number of bytes, or -1 when
+// it cannot be opened or read.
+long long file_read_start(const char *path, std::span<char> target);
+
 // Size of a file in bytes, or -1 when there is no such file.
 long long file_size(const char *path);
 bool file_exists(const char *path); // a file, not a folder

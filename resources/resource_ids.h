@@ -40,3 +40,10 @@
 #define RESOURCE_SPLASH 112         // bitmap, 478 x 288
 #define RESOURCE_CURSOR_TURN 227    // over a model that can be turned
 #define RESOURCE_CURSOR_TURNING 229 // while it is held
+
+// The "3D Model" group of the object and page dialogs (dialogs/model_chooser.h).
+#define RESOURCE_MODEL_VIEWER 1001
+#define RESOURCE_MODEL_CATEGORY 1002
+#define RESOURCE_MODEL_PREVIOUS 1007
+#define RESOURCE_MODEL_NEXT 1008
+#define RESOURCE_MODEL_NAME 2024

@@ -77,6 +77,20 @@ int file_read(const char *path, std::vector<char> *bytes, std::size_t limit) {
     return done ? 0 : 1;
 }
 
+static bool is_regular(int file) {
+    struct stat status;
+    return fstat(file, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+long long file_read_start(const char *path, std::span<char> target) {
+    const int file = open(native_path(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (file < 0)
+        return -1;
+    const ssize_t got = is_regular(file) ? read(file, target.data(), target.size()) : -1;
+    close(file);
+    return got;
+}
+
 long long file_size(const char *path) {
     struct stat status;
     return is_file(path, &status) ? static_cast<long long>(status.st_size) : -1;

@@ -66,6 +66,18 @@ int file_read(const char *path, std::vector<char> *bytes, std::size_t limit) {
     return done ? 0 : 1;
 }
 
+long long file_read_start(const char *path, std::span<char> target) {
+    const HANDLE file = CreateFileA(path, GENERIC_READ, SHARE_ALL, nullptr, OPEN_EXISTING,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return -1;
+    DWORD got = 0;
+    const bool done =
+        ReadFile(file, target.data(), static_cast<DWORD>(target.size()), &got, nullptr) != 0;
+    CloseHandle(file);
+    return done ? static_cast<long long>(got) : -1;
+}
+
 long long file_size(const char *path) {
     WIN32_FILE_ATTRIBUTE_DATA data;
     if (GetFileAttributesExA(path, GetFileExInfoStandard, &data) == 0 ||
