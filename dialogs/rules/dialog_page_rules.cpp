@@ -17,7 +17,6 @@
 #include <string_view>
 
 static constexpr std::int32_t FILE_NUMBERS = 999; // names "stem_0" to "stem_998" are tried
-static constexpr std::string_view NUMBERED_END = "_998.orvl"; // the longest end of such a name
 static constexpr std::int32_t NO_MODEL_YET = -1;
 
 std::int32_t dialog_page_node_id = DIALOG_PAGE_NEW;
@@ -81,9 +80,10 @@ static bool page_exists(const char *name) {
     return file_exists(path);
 }
 
+// A name that is in use is short enough for every number: no file system takes the longest ones.
 static void number_file_name(char (&file_name)[PATH_SIZE]) {
     std::string stem(file_name);
-    stem.resize(std::min({stem.size(), stem.find(".orvl"), PATH_SIZE - 1 - NUMBERED_END.size()}));
+    stem.resize(std::min(stem.size(), stem.find(".orvl")));
     for (std::int32_t number = 0; number < FILE_NUMBERS; number++) {
         text_format(file_name, PATH_SIZE, "%s_%d.orvl", stem.c_str(), number);
         if (!page_exists(file_name))
