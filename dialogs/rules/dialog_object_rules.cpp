@@ -1,5 +1,6 @@
 #include "dialogs/rules/dialog_object_rules.h"
 
+#include "dialogs/rules/action_tree.h"
 #include "page/node.h"
 #include "page/options.h"
 #include "platform/text.h"
@@ -9,6 +10,11 @@
 std::int32_t dialog_object_node_id = DIALOG_OBJECT_NEW;
 float dialog_object_mouse_x, dialog_object_mouse_y;
 std::int32_t dialog_object_last_model_used = -1;
+
+void dialog_object_init() {
+    dialog_object_node_id = DIALOG_OBJECT_NEW;
+    dialog_object_last_model_used = -1;
+}
 
 void dialog_object_set_node(std::int32_t index) {
     dialog_object_node_id = index;
@@ -25,6 +31,12 @@ bool dialog_object_edits_node() {
 
 const char *dialog_object_title() {
     return dialog_object_edits_node() ? "Object Properties" : "New Object";
+}
+
+const Node *dialog_object_source() {
+    if (dialog_object_edits_node())
+        return &node[dialog_object_node_id];
+    return template_object_check() == 0 ? &template_object.node : nullptr;
 }
 
 // The position stays in the table's entry when it is initialised, and the entry may have held
@@ -49,6 +61,7 @@ std::int32_t dialog_object_apply(const ObjectDetails &details) {
     text_copy_limit(node[id].description, NODE_DESCRIPTION_LENGTH, details.description);
     node[id].model_id = details.model_id;
     node_set_model_dimensions(id);
+    dialog_object_save_actions(&node[id]);
     if (!edited)
         node_total++;
     template_object_load();

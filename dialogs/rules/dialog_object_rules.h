@@ -2,6 +2,8 @@
 // what OK takes over from its two tabs. The tree of actions is in dialogs/rules/action_tree.h.
 #pragma once
 
+#include "page/node.h"
+
 #include <cstdint>
 
 inline constexpr std::int32_t DIALOG_OBJECT_NEW = -1;
@@ -11,6 +13,8 @@ extern float dialog_object_mouse_x,
     dialog_object_mouse_y; // where a new object goes, relative to the floor's offset, floor units
 extern std::int32_t dialog_object_last_model_used; // catalogue index, -1 = none
 
+void dialog_object_init(); // at start-up
+
 // To be called before the dialog opens. Any index that is no node's means a new object.
 void dialog_object_set_node(std::int32_t index);
 void dialog_object_set_mouse(float x, float y);
@@ -18,6 +22,10 @@ void dialog_object_set_mouse(float x, float y);
 // True when dialog_object_node_id is a node of the page, so that the dialog edits it.
 bool dialog_object_edits_node();
 const char *dialog_object_title();
+
+// What description, model and actions are taken from when the dialog opens: the edited object, for
+// a new one the template object. Null = no template, so there is nothing to begin with.
+const Node *dialog_object_source();
 
 // Entries of the Details tab as the user left them.
 struct ObjectDetails {
