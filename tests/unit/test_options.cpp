@@ -3,11 +3,8 @@
 #include "page/xml.h"
 #include "platform/locations.h"
 #include "platform/text.h"
-#include "tests/support/test_folder.h"
-#ifdef _WIN32
-#include <io.h>
-#include <sys/stat.h>
-#else
+#include "tests/support/user_options.h"
+#ifndef _WIN32
 #include "platform/posix/recorder.h"
 #endif
 
@@ -15,34 +12,7 @@
 
 #include <utility>
 
-// The user's folder is a fresh one natively; on Windows it is the system's, where the file of
-// whoever runs the test is put aside meanwhile.
-struct OptionsTest : testing::Test {
-    TestFolder folder;
-    std::string user_folder, user_file, put_aside;
-
-    OptionsTest() {
-#ifndef _WIN32
-        recorder.local_app_data = std::string(folder.path) + "local";
-        folder_create(recorder.local_app_data.c_str());
-#endif
-        char path[PATH_SIZE];
-        location_local_app_data(path, sizeof path);
-        user_folder = std::string(path) + "\\Orvanel";
-        user_file = user_folder + "\\options.xml";
-        put_aside = user_file + ".aside";
-        file_rename(user_file.c_str(), put_aside.c_str()); // unless a crash left one there already
-        file_delete(user_file.c_str());
-        folder_create((std::string(folder.path) + "program").c_str());
-        text_copy(exe_location, (std::string(folder.path) + "program\\").c_str());
-        options_set_defaults();
-    }
-    ~OptionsTest() override {
-        file_delete(user_file.c_str());
-        file_rename(put_aside.c_str(), user_file.c_str());
-        exe_location[0] = '\0';
-    }
-
+struct OptionsTest : testing::Test, UserOptionsFile {
     void write_user_file(const std::string &text) const {
         folder_create(user_folder.c_str());
         ASSERT_EQ(file_replace_text(user_file.c_str(), text), 0);
@@ -436,14 +406,9 @@ TEST_F(OptionsTest, saving_fails_when_the_folder_cannot_be_made) {
 
 TEST_F(OptionsTest, a_read_only_file_is_not_written_and_stays_as_it_was) {
     write_user_file("old\n");
-#ifndef _WIN32
-    folder.set_read_only("local\\Orvanel\\options.xml", true);
+    const std::string before = text();
+    set_read_only(true);
     EXPECT_EQ(xml_save_options(), 1);
-    EXPECT_EQ(folder.read("local\\Orvanel\\options.xml"), "old\n");
-#else
-    ASSERT_EQ(_chmod(user_file.c_str(), _S_IREAD), 0);
-    EXPECT_EQ(xml_save_options(), 1);
-    ASSERT_EQ(_chmod(user_file.c_str(), _S_IREAD | _S_IWRITE), 0);
-    EXPECT_EQ(file_size(user_file.c_str()), 5);
-#endif
+    set_read_only(false);
+    EXPECT_EQ(text(), before);
 }
