@@ -1,0 +1,81 @@
+#include "dialogs/page_text_edit.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <string>
+
+static constexpr UINT_PTR SUBCLASS_ID = 1;
+static constexpr wchar_t BALLOON_TITLE[] = L"This character cannot be used";
+static constexpr wchar_t BALLOON_TEXT[] =
+    L"Page files mark their values with <, so no text of a page can contain it.";
+
+static void tell_why(HWND edit) {
+    EDITBALLOONTIP balloon = {};
+    balloon.cbStruct = sizeof balloon;
+    balloon.pszTitle = BALLOON_TITLE;
+    balloon.pszText = BALLOON_TEXT;
+    balloon.ttiIcon = TTI_WARNING;
+    SendMessageW(edit, EM_SHOWBALLOONTIP, 0, reinterpret_cast<LPARAM>(&balloon));
+}
+
+static std::wstring clipboard_text(HWND edit) {
+    std::wstring text;
+    if (OpenClipboard(edit) == 0)
+        return text;
+    if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
+        if (const wchar_t *locked = static_cast<const wchar_t *>(GlobalLock(data)))
+            text.assign(locked, wcsnlen(locked, GlobalSize(data) / sizeof(wchar_t)));
+        GlobalUnlock(data);
+    }
+    CloseClipboard();
+    return text;
+}
+
+// Replacing the selection does not keep to the limit by itself.
+static std::size_t room(HWND edit) {
+    DWORD begin = 0, end = 0;
+    SendMessageW(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&begin), reinterpret_cast<LPARAM>(&end));
+    const LRESULT limit = SendMessageW(edit, EM_GETLIMITTEXT, 0, 0);
+    const LRESULT rest = GetWindowTextLengthW(edit) - static_cast<LRESULT>(end - begin);
+    return limit > rest ? static_cast<std::size_t>(limit - rest) : 0;
+}
+
+// True when the clipboard held the character, so that the rest of its first line has been pasted.
+static bool paste_rest(HWND edit) {
+    std::wstring text = clipboard_text(edit);
+    if (text.find(PAGE_TEXT_REFUSED) == std::wstring::npos)
+        return false;
+    text.resize(std::min(text.find_first_of(L"\r\n"), text.size()));
+    std::erase(text, static_cast<wchar_t>(PAGE_TEXT_REFUSED));
+    text.resize(std::min(text.size(), room(edit)));
+    SendMessageW(edit, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
+    return true;
+}
+
+static LRESULT CALLBACK filter(HWND edit, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
+                               DWORD_PTR) {
+    switch (message) {
+    case WM_CHAR:
+        if (wparam != static_cast<WPARAM>(PAGE_TEXT_REFUSED))
+            break;
+        tell_why(edit);
+        return 0;
+    case WM_PASTE:
+        if (!paste_rest(edit))
+            break;
+        tell_why(edit);
+        return 0;
+    case WM_NCDESTROY:
+        RemoveWindowSubclass(edit, filter, id);
+        break;
+    default:
+        break;
+    }
+    return DefSubclassProc(edit, message, wparam, lparam);
+}
+
+void page_text_edit_attach(HWND edit, int length) {
+    SendMessageA(edit, EM_SETLIMITTEXT, static_cast<WPARAM>(length), 0);
+    SetWindowSubclass(edit, filter, SUBCLASS_ID, 0);
+}
