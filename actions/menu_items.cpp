@@ -4,8 +4,9 @@
 #include "platform/text.h"
 #include "platform/win32/object_count.h"
 
-#include <iterator>
+#include <algorithm>
 #include <new>
+#include <span>
 
 // Submenus are inserted at positions counted from here: beyond the end of any menu, so that they
 // stand behind what is there.
@@ -141,24 +142,60 @@ static char lower(char letter) {
     return letter;
 }
 
+static std::int32_t highlighted_entry(HMENU menu) {
+    for (std::int32_t i = 0; i < GetMenuItemCount(menu); i++) {
+        if ((entry_info(menu, static_cast<UINT>(i), true).fState & MFS_HILITE) != 0)
+            return i;
+    }
+    return -1;
+}
+
+// Fills in the letters of the entries; their number, or -1 when it is not a menu of ours.
+static std::int32_t read_letters(HMENU menu, std::span<MenuLetter> letters) {
+    const std::int32_t total = std::min(GetMenuItemCount(menu), static_cast<int>(letters.size()));
+    for (std::int32_t i = 0; i < total; i++) {
+        const MENUITEMINFOA info = entry_info(menu, static_cast<UINT>(i), true);
+        const MenuItem *record = record_of(info);
+        if (record == nullptr)
+            return -1;
+        letters[static_cast<std::size_t>(i)] = {lower(record->text[0]),
+                                                (info.fState & MFS_DISABLED) == 0};
+    }
+    return total;
+}
+
 LRESULT menu_item_char(HWND window, WPARAM wparam, LPARAM lparam) {
     const auto menu = reinterpret_cast<HMENU>(lparam);
     MenuLetter letters[MENU_ENTRIES] = {};
-    std::int32_t total = 0;
-    std::int32_t highlighted = -1;
-    for (; total < GetMenuItemCount(menu) && total < MENU_ENTRIES; total++) {
-        const MENUITEMINFOA info = entry_info(menu, static_cast<UINT>(total), true);
-        const MenuItem *record = record_of(info);
-        if (record == nullptr) // not a menu of ours
-            return DefWindowProcA(window, WM_MENUCHAR, wparam, lparam);
-        letters[total] = {lower(record->text[0]), (info.fState & MFS_DISABLED) == 0};
-        if ((info.fState & MFS_HILITE) != 0)
-            highlighted = total;
-    }
+    const std::int32_t total = read_letters(menu, letters);
+    if (total < 0)
+        return DefWindowProcA(window, WM_MENUCHAR, wparam, lparam);
     const MenuLetterChoice choice =
-        menu_letter_choose({letters, static_cast<std::size_t>(total)}, highlighted,
+        menu_letter_choose({letters, static_cast<std::size_t>(total)}, highlighted_entry(menu),
                            lower(static_cast<char>(LOWORD(wparam))));
     if (choice.index < 0)
         return MAKELRESULT(0, MNC_IGNORE);
-    return MAKELRESULT(choice.index, choice.execute ? MNC_EXECUTE : MNC_SELECT);
+    if (choice.execute)
+        return MAKELRESULT(choice.index, MNC_EXECUTE);
+    PostMessageA(window, MENU_HIGHLIGHT_MESSAGE, static_cast<WPARAM>(choice.index), lparam);
+    return MAKELRESULT(choice.index, MNC_SELECT);
+}
+
+static bool is_separator(HMENU menu, std::int32_t position) {
+    return (entry_info(menu, static_cast<UINT>(position), true).fType & MFT_SEPARATOR) != 0;
+}
+
+// The arrow key passes over separators and comes round at the end.
+void menu_item_highlight(HWND window, WPARAM wparam, LPARAM lparam) {
+    const auto menu = reinterpret_cast<HMENU>(lparam);
+    const std::int32_t total = GetMenuItemCount(menu); // -1 when the menu is gone
+    const auto wanted = static_cast<std::int32_t>(wparam);
+    std::int32_t position = highlighted_entry(menu);
+    if (wanted < 0 || wanted >= total)
+        return;
+    while (position != wanted) {
+        position = (position + 1) % total;
+        if (!is_separator(menu, position))
+            PostMessageA(window, WM_KEYDOWN, VK_DOWN, 1);
+    }
 }

@@ -44,6 +44,11 @@ void menu_free_memory(HMENU menu);
 // Answers the system's question which entry a typed letter means.
 LRESULT menu_item_char(HWND window, WPARAM wparam, LPARAM lparam);
 
+// Posted to the window behind an answer that only highlights an entry: not every system does so.
+// Moves the highlight there with arrow keys if it is elsewhere.
+inline constexpr UINT MENU_HIGHLIGHT_MESSAGE = WM_APP + 1;
+void menu_item_highlight(HWND window, WPARAM wparam, LPARAM lparam);
+
 // ---- measures and colours (menu_draw.cpp)
 void menu_item_measure(HWND window, MEASUREITEMSTRUCT *request);
 void menu_item_draw(HWND window, const DRAWITEMSTRUCT *request);

@@ -65,6 +65,9 @@ LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam
         return 1;
     case WM_MENUCHAR:
         return menu_item_char(window, wparam, lparam);
+    case MENU_HIGHLIGHT_MESSAGE:
+        menu_item_highlight(window, wparam, lparam);
+        return 0;
     case WM_COPYDATA:
         take_page(window, reinterpret_cast<const COPYDATASTRUCT *>(lparam));
         return 0;

@@ -155,6 +155,24 @@ TEST_F(MenuTest, a_first_letter_chooses_the_only_entry_with_it) {
     EXPECT_EQ((Commands{COMMAND_ACTION_FIRST + 1}), play({letter('p')}, MENU_ACTION, server));
 }
 
+TEST_F(MenuTest, a_first_letter_of_several_entries_highlights_them_in_turn) {
+    MenuPlayer player({letter('n'), letter('N'), letter('n'), letter('n'), key(VK_RETURN)});
+    player.show(MENU_EDIT_PAGE); // new object, new label, new page
+    EXPECT_EQ((std::vector<UINT>{UINT_MAX, 3, 4, 5, 3}), player.highlights);
+    EXPECT_EQ((Commands{COMMAND_NEW_OBJECT}), player.commands);
+}
+
+TEST_F(MenuTest, the_highlight_moves_round_the_end_to_an_entry_above_it) {
+    MenuPlayer player({key(VK_UP), letter('c')});
+    node[server].action_count = 0;
+    add_action(server, ACTION_COMMAND, "Copy");
+    add_action(server, ACTION_SEPARATOR, "");
+    add_action(server, ACTION_COMMAND, "Cut");
+    add_action(server, ACTION_COMMAND, "Run");
+    player.show(MENU_ACTION, server); // title, copy, separator, cut, run
+    EXPECT_EQ((std::vector<UINT>{UINT_MAX, 4, 1}), player.highlights);
+}
+
 TEST_F(MenuTest, a_first_letter_never_chooses_a_disabled_entry_or_a_title) {
     const struct {
         int type;
