@@ -17,17 +17,16 @@
 #include <string_view>
 
 static constexpr std::int32_t FILE_NUMBERS = 999; // names "stem_0" to "stem_998" are tried
-static constexpr std::int32_t NO_MODEL_YET = -1;
 
 std::int32_t dialog_page_node_id = DIALOG_PAGE_NEW;
 float dialog_page_mouse_x, dialog_page_mouse_y;
-std::int32_t dialog_page_last_model_used = NO_MODEL_YET;
+std::int32_t &dialog_page_last_model_used = last_page_model_used;
 std::int32_t use_existing_page_file = 1;
 
 void dialog_page_init() {
     dialog_page_node_id = DIALOG_PAGE_NEW;
     dialog_page_mouse_x = dialog_page_mouse_y = 0.0f;
-    dialog_page_last_model_used = NO_MODEL_YET;
+    dialog_page_last_model_used = OBJECT_NONE;
     dialog_page_check_link(false);
 }
 
@@ -70,6 +69,15 @@ PageFieldTexts dialog_page_opening_texts() {
     if (edited.action_count > 0 && edited.actions[0] != nullptr)
         text_copy(texts.file_name, edited.actions[0]->command);
     return texts;
+}
+
+std::int32_t dialog_page_first_model() {
+    if (dialog_page_edits_node())
+        return object_files_get_id_from_file(models[node[dialog_page_node_id].model_id].file_name);
+    const bool remembered =
+        orvanel_options.remember_last_model == 1 && dialog_page_last_model_used != OBJECT_NONE;
+    return remembered ? dialog_page_last_model_used
+                      : object_files_get_id_from_file(DIALOG_PAGE_MODEL);
 }
 
 // ---- file names
@@ -168,10 +176,11 @@ static PageRefusal choose_file(PagePlan *plan) {
     return is_page_shown(plan->file_name) ? PageRefusal::SelfLink : PageRefusal::None;
 }
 
-// A page that is linked and exists stays as it is.
+// A page that is linked and exists stays as it is. That the file is there then is looked at: the
+// name may be that of a folder.
 static PageRefusal create_file(const char *file_name) {
-    const bool created = file_name[0] != '\0' && xml_create_page(file_name) != 2;
-    return created && page_exists(file_name) ? PageRefusal::None : PageRefusal::NoPageFile;
+    xml_create_page(file_name);
+    return page_exists(file_name) ? PageRefusal::None : PageRefusal::NoPageFile;
 }
 
 // The position stays in the table's entry when it is initialised, and the entry may have held
@@ -185,6 +194,14 @@ static void begin_new_node(std::int32_t id) {
     node_init_node(id);
 }
 
+// A model that is not in the catalogue, which shows the built-in one for it, stays until another is
+// chosen.
+static bool keeps_model(const PagePlan &plan, std::int32_t entry) {
+    const bool listed = entry >= 0 && entry < object_files_total;
+    return !listed ||
+           (!plan.is_new && entry == OBJECT_DEFAULT && dialog_page_first_model() == OBJECT_NONE);
+}
+
 static void write_node(const PagePlan &plan, const PageFields &fields) {
     if (plan.is_new)
         begin_new_node(plan.id);
@@ -192,8 +209,8 @@ static void write_node(const PagePlan &plan, const PageFields &fields) {
     record->type = NODE_PAGE;
     text_copy(record->name, plan.name);
     text_copy_limit(record->description, NODE_DESCRIPTION_LENGTH, fields.description);
-    if (fields.model_file != nullptr)
-        record->model_id = model_return_model_id(fields.model_file);
+    if (!keeps_model(plan, fields.model_entry))
+        record->model_id = model_return_model_id(object_files[fields.model_entry].file);
     node_set_model_dimensions(plan.id);
     *record->actions[0] = Action{};
     text_copy(record->actions[0]->command, plan.file_name);
@@ -225,6 +242,6 @@ PageRefusal dialog_page_apply(const PageFields &fields) {
         return refusal;
     write_node(plan, fields);
     if (orvanel_options.remember_last_model == 1)
-        dialog_page_last_model_used = fields.model_index;
+        dialog_page_last_model_used = fields.model_entry;
     return PageRefusal::None;
 }

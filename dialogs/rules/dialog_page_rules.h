@@ -3,6 +3,7 @@
 // stays on the page.
 #pragma once
 
+#include "assets/object_files.h"
 #include "platform/files.h"
 
 #include <cstdint>
@@ -14,7 +15,7 @@ inline constexpr char DIALOG_PAGE_MODEL[] = "page_orvanel.obj";       // a new p
 extern std::int32_t dialog_page_node_id; // page object being edited, DIALOG_PAGE_NEW = a new one
 extern float dialog_page_mouse_x,
     dialog_page_mouse_y; // where a new one goes, relative to the floor's offset, floor units
-extern std::int32_t dialog_page_last_model_used; // catalogue index, -1 = none
+extern std::int32_t &dialog_page_last_model_used; // last_page_model_used of the catalogue
 
 // 1 while the box "Link to an existing page file" is not checked, so that a new file is made; 0
 // while it is checked. The sense is inverted on purpose.
@@ -42,6 +43,10 @@ struct PageFieldTexts {
 };
 PageFieldTexts dialog_page_opening_texts();
 
+// Catalogue entry chosen at first, OBJECT_NONE when the model is not among them. The catalogue must
+// be loaded, as it must be for OK.
+std::int32_t dialog_page_first_model();
+
 // A page's file name made of its name: never that of a file in the page folder, numbered for that.
 // Empty when all numbers are taken. An ending like "_orvl" counts only where no character of the
 // name was dropped, since it is looked for by the length of the name as it was typed.
@@ -58,8 +63,7 @@ struct PageFields {
     const char *name;         // cut at 30 characters
     const char *description;  // cut at 50
     const char *file_name;    // of the page linked, when the box is checked
-    const char *model_file;   // of the models folder; null = none chosen: the model stays
-    std::int32_t model_index; // the same in the catalogue, -1 = none
+    std::int32_t model_entry; // of the catalogue
 };
 
 enum class PageRefusal {

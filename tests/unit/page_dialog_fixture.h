@@ -21,11 +21,8 @@
 
 struct PageDialog : testing::Test {
     TestFolder folder, models_folder;
-    PageFields fields = {.name = "My Games",
-                         .description = "",
-                         .file_name = "",
-                         .model_file = nullptr,
-                         .model_index = -1};
+    PageFields fields = {
+        .name = "My Games", .description = "", .file_name = "", .model_entry = OBJECT_DEFAULT};
 
     PageDialog() {
         text_copy(page_dir_location, folder.path);
@@ -35,6 +32,10 @@ struct PageDialog : testing::Test {
         node_total = 0;
         line_init();
         model_init();
+        write_model(DIALOG_PAGE_MODEL);
+        write_model("box.obj");
+        object_files_init();
+        object_files_load();
         undo_init();
         scene_floor = {};
         orvanel_options.remember_last_model = 1;

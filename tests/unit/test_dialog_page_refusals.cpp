@@ -28,7 +28,7 @@ struct Refusals : PageDialog {
             throw "no page object";
         undo_push();
         redo_push();
-        fields.model_index = 3;
+        fields.model_entry = object_files_total - 1;
         fields.description = "refused";
         open_new();
     }
@@ -169,7 +169,7 @@ TEST_F(Refusals, after_a_refusal_the_mended_fields_are_taken) {
     EXPECT_EQ(create("Tools"), PageRefusal::None);
     EXPECT_EQ(node_total, 2);
     EXPECT_EQ(file_of(1), "Tools.orvl");
-    EXPECT_EQ(dialog_page_last_model_used, 3);
+    EXPECT_EQ(dialog_page_last_model_used, object_files_total - 1);
 }
 
 TEST_F(Refusals, an_existing_page_object_is_as_it_was_after_a_refused_ok_and_cancel) {

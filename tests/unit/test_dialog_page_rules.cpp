@@ -105,6 +105,7 @@ TEST_F(PageDialog, a_very_long_name_is_numbered_as_well) {
 
 TEST_F(PageDialog, a_file_of_the_page_folder_is_shown_without_the_folder) {
     EXPECT_EQ(shown_path(folder.file("tools.orvl")), "tools.orvl");
+    EXPECT_EQ(shown_path("\\\\?" + folder.file("tools.orvl")), "tools.orvl");
 }
 
 TEST_F(PageDialog, the_page_folder_is_known_in_any_letter_case) {
@@ -361,34 +362,86 @@ TEST_F(PageDialog, an_existing_page_object_can_be_edited_on_a_full_page) {
 
 // ---- models
 
+static std::int32_t entry_of(const char *file) {
+    return object_files_get_id_from_file(file);
+}
+
 TEST_F(PageDialog, the_model_chosen_is_loaded_and_gives_the_node_its_size) {
-    write_model("box.obj");
-    fields.model_file = "box.obj";
-    fields.model_index = 4;
+    fields.model_entry = entry_of("box.obj");
     ASSERT_EQ(create("boxed"), PageRefusal::None);
     const Model &model = models[node[0].model_id];
     EXPECT_STREQ(model.file_name, "box.obj");
     EXPECT_EQ(node[0].dimensions[EXTENT_LEFT], model.min_x);
     EXPECT_EQ(node[0].dimensions[EXTENT_TOP], model.max_z);
     EXPECT_LT(model.min_x, model.max_x);
-    EXPECT_EQ(dialog_page_last_model_used, 4);
+    EXPECT_EQ(dialog_page_last_model_used, entry_of("box.obj"));
 }
 
-TEST_F(PageDialog, with_no_model_chosen_a_page_object_keeps_the_one_it_has) {
-    write_model("box.obj");
-    fields.model_file = "box.obj";
-    ASSERT_EQ(create("boxed"), PageRefusal::None);
-    open_existing(0);
-    fields.model_file = nullptr;
-    ASSERT_EQ(dialog_page_apply(fields), PageRefusal::None);
-    EXPECT_STREQ(models[node[0].model_id].file_name, "box.obj");
+TEST_F(PageDialog, a_new_page_opens_with_the_model_for_pages) {
+    EXPECT_STREQ(object_files[dialog_page_first_model()].file, "page_orvanel.obj");
+}
+
+TEST_F(PageDialog, a_new_page_opens_with_the_model_used_last_if_the_options_ask_for_it) {
+    fields.model_entry = entry_of("box.obj");
+    ASSERT_EQ(create("first"), PageRefusal::None);
+    open_new();
+    EXPECT_EQ(dialog_page_first_model(), entry_of("box.obj"));
+    orvanel_options.remember_last_model = 0;
+    EXPECT_EQ(dialog_page_first_model(), entry_of("page_orvanel.obj"));
 }
 
 TEST_F(PageDialog, the_model_is_only_remembered_when_the_options_ask_for_it) {
     orvanel_options.remember_last_model = 0;
-    fields.model_index = 4;
+    fields.model_entry = entry_of("box.obj");
     ASSERT_EQ(create("first"), PageRefusal::None);
-    EXPECT_EQ(dialog_page_last_model_used, -1);
+    EXPECT_EQ(dialog_page_last_model_used, OBJECT_NONE);
+}
+
+TEST_F(PageDialog, an_existing_page_object_opens_with_its_own_model_whatever_was_used_last) {
+    fields.model_entry = entry_of("box.obj");
+    ASSERT_EQ(create("boxed"), PageRefusal::None);
+    fields.model_entry = OBJECT_DEFAULT;
+    ASSERT_EQ(create("plain"), PageRefusal::None);
+    open_existing(0);
+    EXPECT_EQ(dialog_page_first_model(), entry_of("box.obj"));
+    open_existing(1);
+    EXPECT_EQ(dialog_page_first_model(), OBJECT_DEFAULT);
+}
+
+TEST_F(PageDialog, an_existing_page_object_takes_another_model_and_the_built_in_one) {
+    fields.model_entry = entry_of("box.obj");
+    ASSERT_EQ(create("boxed"), PageRefusal::None);
+    open_existing(0);
+    fields.model_entry = entry_of("page_orvanel.obj");
+    ASSERT_EQ(dialog_page_apply(fields), PageRefusal::None);
+    EXPECT_STREQ(models[node[0].model_id].file_name, "page_orvanel.obj");
+    fields.model_entry = OBJECT_DEFAULT;
+    ASSERT_EQ(dialog_page_apply(fields), PageRefusal::None);
+    EXPECT_EQ(node[0].model_id, 0);
+    EXPECT_EQ(node[0].dimensions[EXTENT_LEFT], models[0].min_x);
+}
+
+TEST_F(PageDialog, a_model_that_is_not_in_the_catalogue_stays_until_another_is_chosen) {
+    write_model("later.obj");
+    ASSERT_EQ(create("page"), PageRefusal::None);
+    node[0].model_id = model_return_model_id("later.obj");
+    ASSERT_NE(node[0].model_id, 0);
+    open_existing(0);
+    EXPECT_EQ(dialog_page_first_model(), OBJECT_NONE);
+    fields.model_entry = OBJECT_DEFAULT; // shown for it
+    ASSERT_EQ(dialog_page_apply(fields), PageRefusal::None);
+    EXPECT_STREQ(models[node[0].model_id].file_name, "later.obj");
+    fields.model_entry = entry_of("box.obj");
+    ASSERT_EQ(dialog_page_apply(fields), PageRefusal::None);
+    EXPECT_STREQ(models[node[0].model_id].file_name, "box.obj");
+}
+
+TEST_F(PageDialog, an_entry_that_the_catalogue_does_not_hold_leaves_the_model) {
+    for (const std::int32_t entry : {OBJECT_NONE, object_files_total, 100000}) {
+        fields.model_entry = entry;
+        ASSERT_EQ(create(std::to_string(entry).c_str()), PageRefusal::None);
+        EXPECT_EQ(node[node_total - 1].model_id, 0);
+    }
 }
 
 TEST_F(PageDialog, the_model_for_pages_is_among_those_shipped) {
