@@ -6,6 +6,8 @@
 #include "scene/scene.h"
 #include "scene/scene_page.h"
 
+#include <algorithm>
+
 static constexpr std::int32_t FRAMES_WITHOUT_DRAWING = 25; // then a repaint is forced
 static constexpr std::uint32_t IDLE_SLEEP = 1;             // milliseconds
 static constexpr std::uint32_t CATCH_UP_LIMIT = 250;       // milliseconds that catching up may take
@@ -66,4 +68,14 @@ void main_loop_pass() {
     scene_process_frame();
     draw();
     catch_up();
+}
+
+// A time is due when it has passed.
+static std::uint32_t time_until_due(std::uint32_t due, std::uint32_t now) {
+    return timer_is_before(due, now) ? 0 : due - now + 1;
+}
+
+std::uint32_t main_loop_spare_time() {
+    const std::uint32_t now = timer_get_time_ms(&frame_timer);
+    return std::min(time_until_due(next_frame_timer, now), time_until_due(next_mouse_timer, now));
 }

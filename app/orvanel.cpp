@@ -95,6 +95,13 @@ static std::uint32_t open_first_page(const char *command_line) {
     return result;
 }
 
+// Leaves the processor to others until something is due or a message comes, whichever is first.
+static void wait_for_work() {
+    const DWORD spare_time = main_loop_spare_time();
+    if (spare_time > 0)
+        MsgWaitForMultipleObjectsEx(0, nullptr, spare_time, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+}
+
 // Runs until the quit message; returns its exit code.
 static int run_main_loop() {
     reset_frame_timer();
@@ -102,6 +109,7 @@ static int run_main_loop() {
     while (run == 1) {
         if (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) == 0) {
             main_loop_pass();
+            wait_for_work();
         } else if (message.message == WM_QUIT) {
             run = 0;
             return static_cast<int>(message.wParam);

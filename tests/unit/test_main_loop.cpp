@@ -66,6 +66,31 @@ TEST(MainLoop, an_idle_pass_sleeps_one_millisecond) {
     EXPECT_EQ(0, frames());
 }
 
+TEST(MainLoop, spare_time_ends_with_the_pass_in_which_something_is_due) {
+    const LoopStage stage;
+    for (std::uint32_t now = 0; now < 300; now++) {
+        const std::uint32_t spare = main_loop_spare_time();
+        const std::int32_t frames_before = frames();
+        const bool hover = pass_tests_hover();
+        EXPECT_EQ(spare == 0, hover || frames() > frames_before) << now;
+        EXPECT_LE(spare, 26u);
+        manual_clock_reset();
+        manual_clock_high_resolution(false);
+        manual_clock_advance(now + 1);
+    }
+}
+
+TEST(MainLoop, spare_time_is_what_the_next_frame_or_hover_test_leaves) {
+    const LoopStage stage;
+    EXPECT_EQ(main_loop_spare_time(), 26u);
+    manual_clock_advance(20);
+    EXPECT_EQ(main_loop_spare_time(), 6u);
+    next_mouse_timer = 22;
+    EXPECT_EQ(main_loop_spare_time(), 3u);
+    manual_clock_advance(3);
+    EXPECT_EQ(main_loop_spare_time(), 0u);
+}
+
 TEST(MainLoop, a_frame_is_due_only_after_its_25_milliseconds_have_passed) {
     const LoopStage stage;
     manual_clock_advance(25); // at the due time it is not yet due
