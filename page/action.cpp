@@ -7,9 +7,20 @@
 inline constexpr std::size_t NAME_LENGTH = 60;  // characters of an item's text
 inline constexpr std::size_t FILE_LENGTH = 260; // characters of a command and of an icon file
 
+// The texts are made empty, not cleared: a full page has thousands of records.
+static void make_empty(Action *action) {
+    action->type = ACTION_COMMAND;
+    action->owner = 0;
+    action->name[0] = action->command[0] = action->icon[0] = '\0';
+    action->menu_slot = 0;
+}
+
 void action_allocate_action(Action **slot) {
-    if (*slot == nullptr)
-        *slot = new (std::nothrow) Action{};
+    if (*slot != nullptr)
+        return;
+    *slot = new (std::nothrow) Action;
+    if (*slot != nullptr)
+        make_empty(*slot);
 }
 
 void action_copy_action(Action *target, const Action *source) {

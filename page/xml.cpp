@@ -73,14 +73,15 @@ static char *append_piece(char *out, const char *piece, const char *end, Raritie
         end--;
     if (rarities.returns) {
         out = append_without_returns(out, piece, end);
-    } else {
-        const std::size_t length = static_cast<std::size_t>(end - piece);
-        std::memmove(out, piece, length);
-        out += length;
+        while (is_blank(out[-1]))
+            out--;
+        return out;
     }
-    while (is_blank(out[-1]))
-        out--;
-    return out;
+    while (is_blank(end[-1]))
+        end--;
+    const std::size_t length = static_cast<std::size_t>(end - piece);
+    std::memmove(out, piece, length);
+    return out + length;
 }
 
 // Squeezes a file; out has room for size bytes and may be the file's own bytes, as the result never
