@@ -45,16 +45,28 @@ step() { # name, command…
     fi
 }
 
+build_step() { # preset
+    build_variant "$1" && return
+    echo failed >"$reports/build-$1.step"
+    return 1
+}
+
 run_ctest() { # preset, programs at a time
-    build_variant "$1" || { echo failed >"$reports/build-$1.step"; return; }
     rm -f build/"$1"/reports/*.xml
     ctest --test-dir "build/$1" --output-junit "$reports/ctest-$1.xml" -j "$2" \
         --output-on-failure --no-tests=error >"$reports/ctest-$1.log" 2>&1 ||
         grep -E 'FAILED|Failed|\*\*\*|Failure|error:|ERROR: ' "$reports/ctest-$1.log" | head -60
 }
 
+# On a display of its own, one program at a time: they share one desktop with one foreground window.
+run_windows_tests() { # preset
+    trap end_display EXIT
+    begin_display 1920x1080x24
+    run_ctest "$1" 1
+}
+
 run_fuzzers() {
-    build_variant fuzz || { echo failed >"$reports/build-fuzz.step"; return; }
+    build_step fuzz || return
     local fuzzer name running=0
     for fuzzer in build/fuzz/fuzz/fuzz_*; do
         [ -x "$fuzzer" ] && [ -f "$fuzzer" ] || continue
@@ -80,15 +92,19 @@ if wants checks; then
 fi
 if wants native; then
     say "Core, native, with sanitizers"
-    run_ctest native "$jobs"
+    build_step native && run_ctest native "$jobs"
 fi
+# Both at once: most of the time a test waits for windows and clocks.
+runners=
 for variant in win64 win32; do
     if wants $variant; then
         say "Windows programs under Wine, $variant"
-        # One at a time: they share one desktop, with one foreground window.
-        run_ctest $variant 1
+        build_step $variant || continue
+        (run_windows_tests $variant) &
+        runners="$runners $!"
     fi
 done
+[ -z "$runners" ] || wait $runners
 if wants fuzz; then
     say "Fuzzers, $fuzz_seconds seconds each"
     run_fuzzers
