@@ -44,11 +44,20 @@ static void delete_page_file(const char *file) {
     undo_reset();
 }
 
+// The command that asks no question about the file leaves it where it is.
 static bool file_goes_too(std::int32_t id) {
     if (id == COMMAND_DELETE_KEEPING_FILE)
         return false;
     return orvanel_options.confirm_page_file_delete != 1 ||
            is_yes("The Page has been deleted.\nDo you also want to delete the page file?");
+}
+
+// By either of its names: with its folder or without.
+static bool is_home_page(const char *file) {
+    char path[PAGE_PATH_SIZE], home[PAGE_PATH_SIZE];
+    page_path(path, file);
+    page_path(home, "home.orvl");
+    return text_equal_ignore_case(path, home);
 }
 
 static void delete_page_object(std::int32_t target, std::int32_t id) {
@@ -61,7 +70,7 @@ static void delete_page_object(std::int32_t target, std::int32_t id) {
     node_delete_node(target);
     scene_request_redraw();
     scene_draw();
-    if (file[0] == '\0' || text_equal_ignore_case(file, "home.orvl"))
+    if (file[0] == '\0' || is_home_page(file))
         return; // the home page's file is never deleted
     if (file_goes_too(id))
         delete_page_file(file);

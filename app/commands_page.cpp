@@ -33,6 +33,8 @@ static void keep_page(std::uint32_t result, const SceneFloor &before) {
     scene_floor.colour = before.colour;
     undo_pop();
     redo_reset();
+    scene_floor.position_x = before.position_x; // the undo has shown what came back
+    scene_floor.position_y = before.position_y;
     scene_changed = 1;
 }
 

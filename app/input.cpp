@@ -46,6 +46,7 @@ static void escape() {
 static void press(std::int32_t code) {
     switch (code) {
     case KEY_BACKSPACE:
+        input_capture_lost();
         scene_prepare_for_menu_activation();
         app_line_draw_mode = 0;
         scene_page_back();

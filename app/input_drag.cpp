@@ -20,6 +20,7 @@ struct FloorPoint {
 static FloorPoint held;  // floor: the point that stays under the mouse; node: its place from there
 static FloorPoint put;   // the floor's offset as the drag left it
 static bool mouse_moved; // since something was grabbed
+static FloorPoint places_before[NODE_CAPACITY]; // of all nodes when one was grabbed
 
 // Relative to the floor's offset.
 static FloorPoint floor_point(std::int32_t x, std::int32_t y) {
@@ -99,9 +100,15 @@ void drag_hold_node(std::int32_t id) {
     node[id].label_depth = label_depth(node[id]);
 }
 
+static void remember_places() {
+    for (std::int32_t i = 0; i < node_total; i++)
+        places_before[i] = {node[i].x, node[i].y};
+}
+
 void drag_grab_node(std::int32_t id) {
     stop_coasting();
     undo_push();
+    remember_places();
     Node *record = &node[id];
     record->grab_state = GRAB_GRABBED;
     record->grab_x = record->x;
@@ -137,7 +144,7 @@ static void drag_node(std::int32_t id) {
     record->move_frames = MOVE_STEPS;
     node_move_nodes();
     mouse_moved = true;
-    scene_changed = 1;
+    scene_changed = 1; // wherever it ends up: others may have been pushed
     hand_speed_sample(record->x, record->y);
 }
 
@@ -145,6 +152,15 @@ static void throw_node(Node *record) {
     if (orvanel_options.object_inertia == 1 && orvanel_options.good_graphics_card == 1 &&
         hand_speed_now(record->x, record->y, &record->inertia_dx, &record->inertia_dy))
         record->inertia_frames = COASTING_FRAMES;
+}
+
+// The dragged node, or one that it pushed aside before it came back to where it was.
+static std::int32_t node_that_moved(std::int32_t dragged) {
+    for (std::int32_t i = 0; mouse_moved && i < node_total; i++) {
+        if (node[i].x != places_before[i].x || node[i].y != places_before[i].y)
+            return i;
+    }
+    return dragged;
 }
 
 // All of them: one that was still held would keep every object from sliding back onto the floor.
@@ -155,7 +171,7 @@ static void release_nodes() {
             node[i].grab_state = GRAB_HOVERED;
     }
     if (dragged != -1)
-        undo_duplicate_check(dragged);
+        undo_duplicate_check(node_that_moved(dragged));
 }
 
 // ---- both

@@ -54,6 +54,9 @@ LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam
     case WM_KEYUP:
         input_key_up(static_cast<std::int32_t>(wparam));
         return 0;
+    case WM_SYSKEYUP: // so does a key let go of while Alt is down, as the Control key of AltGr is
+        input_key_up(static_cast<std::int32_t>(wparam));
+        break;
     case WM_ERASEBKGND:
         scene_request_redraw();
         return 0;
@@ -79,9 +82,10 @@ LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam
             break;
         input_key_down(static_cast<std::int32_t>(wparam));
         return 0;
-    case WM_CONTEXTMENU: // Shift + F10; the mouse has opened its menu already
-        if (is_from_keyboard(lparam))
-            input_menu_key();
+    case WM_CONTEXTMENU: // Shift + F10, or the mouse on the title bar, which has a menu of its own
+        if (!is_from_keyboard(lparam))
+            break;
+        input_menu_key();
         return 0;
     case WM_COMMAND:
         run_command(wparam, lparam);
@@ -129,8 +133,10 @@ LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam
     case WM_KILLFOCUS:
         input_focus_lost();
         return 0;
-    case WM_EXITSIZEMOVE:
     case WM_EXITMENULOOP:
+        input_keys_released(); // their releases were the menu's, which may be the title bar's
+        [[fallthrough]];
+    case WM_EXITSIZEMOVE:
     case WM_POWERBROADCAST:
         // The main loop stood still, perhaps for a whole night.
         reset_frame_timer();

@@ -70,9 +70,16 @@ static void leave() {
     undo_reset();
 }
 
+// What still glides from a throw stays where its file has it.
+static void stop_gliding() {
+    for (std::int32_t i = 0; i < node_total; i++)
+        node[i].inertia_frames = 0;
+}
+
 std::int32_t page_edit_save() {
     if (scene_changed != 1)
         return 0;
+    stop_gliding();
     if (xml_save_page(scene_page_file_name) != 0) {
         message_box("Failed to save page file.", MESSAGE_CAPTION, MessageIcon::Exclamation);
         return 1;

@@ -423,6 +423,7 @@ std::uint32_t scene_reload_page() {
     text_copy(title, scene_page_title);
     const float x = scene_floor.position_x;
     const float y = scene_floor.position_y;
+    template_object_delete(); // the file may have none in spite of the page shown
     const std::uint32_t result = scene_load_page(file_name, title);
     scene_floor.position_x = x;
     scene_floor.position_y = y;

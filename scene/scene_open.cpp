@@ -65,10 +65,9 @@ std::uint32_t open_page_from_command_line(const char *text) {
     return result;
 }
 
-// There is no staying in edit mode here: what is not answered with Yes, or cannot be saved,
-// discards the changes. True when the page shown now differs from its file.
+// Cancel does not stay in edit mode here: what is not answered with Yes discards the changes. True
+// when the page shown now differs from its file.
 static bool discard_edit_mode() {
-    page_edit_settle_changes();
     const bool discarded = scene_changed == 1;
     page_edit_cancel();
     return discarded;
@@ -87,6 +86,8 @@ static void go_home(bool reload) {
 }
 
 void scene_open_handed_over_page(const char *path) {
+    if (page_edit_settle_changes() == PageEditAnswer::Failed)
+        return; // what the user wants to keep is not thrown away for another page
     const bool discarded = discard_edit_mode();
     if (text_contains(path, "home.orvl")) {
         go_home(discarded);

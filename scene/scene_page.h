@@ -88,5 +88,6 @@ std::int32_t load_page(const char *file, const char *title);
 std::uint32_t open_page_from_command_line(const char *text);
 
 // What a second instance hands over: leaves edit mode, then opens it above the home page, or goes
-// home when it names the home page.
+// home when it names the home page. Changes that were to be saved and cannot be keep the page
+// shown.
 void scene_open_handed_over_page(const char *path);

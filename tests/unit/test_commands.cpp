@@ -111,18 +111,31 @@ TEST(DeleteCommand, of_nothing_only_marks_the_page_as_changed) {
 }
 
 TEST(DeletePageObject, whose_page_file_is_home_orvl_never_offers_to_delete_the_file) {
-    for (const char *name : {"home.orvl", "HOME.ORVL"}) {
+    for (const std::int32_t asks : {0, 1}) {
         EditStage stage;
-        stage.folder.write(name, "home");
-        orvanel_options.confirm_page_file_delete = 1;
-        const std::int32_t id = stage_add_page("Home", name, 0.0f, 0.0f);
-        const MessageScript script({MessageAnswer::Yes});
-        stage_command(COMMAND_DELETE, id);
-        EXPECT_EQ(node_total, 0);
+        stage.folder.write("home.orvl", "home");
+        orvanel_options.confirm_page_file_delete = asks;
+        const std::string path = stage.folder.file("home.orvl");
+        const MessageScript script({MessageAnswer::Yes, MessageAnswer::Yes, MessageAnswer::Yes});
+        for (const char *name : {"home.orvl", "HOME.ORVL", path.c_str()}) {
+            stage_command(COMMAND_DELETE, stage_add_page("Home", name, 0.0f, 0.0f));
+            EXPECT_EQ(node_total, 0);
+        }
         EXPECT_TRUE(script.shown().empty());
-        EXPECT_EQ(stage.folder.read(name), "home");
-        EXPECT_EQ(undo_total, 1);
+        EXPECT_EQ(stage.folder.read("home.orvl"), "home");
+        EXPECT_EQ(undo_total, 3);
+        EXPECT_EQ(scene_changed, 1);
     }
+}
+
+TEST(DeletePageObject, whose_file_is_the_home_page_of_another_folder_may_lose_it) {
+    EditStage stage;
+    ASSERT_EQ(folder_create(stage.folder.file("other").c_str()), 0);
+    const std::string path = stage.folder.file("other\\home.orvl");
+    ASSERT_EQ(file_replace_text(path.c_str(), "other"), 0);
+    const MessageScript script;
+    stage_command(COMMAND_DELETE, stage_add_page("Home", path.c_str(), 0.0f, 0.0f));
+    EXPECT_FALSE(file_exists(path.c_str()));
 }
 
 TEST(DeletePageObject, file_cannot_be_undone_the_page_is_saved_and_the_history_cleared_at_once) {

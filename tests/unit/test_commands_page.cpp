@@ -53,6 +53,33 @@ TEST(Revert, keeps_the_floor_position_although_it_reloads_the_page) {
     EXPECT_EQ(undo_total, 0);
 }
 
+TEST(Revert, takes_back_a_template_that_was_never_saved) {
+    const EditStage stage;
+    text_copy(node[stage_add_object("Template", 0.0f, 0.0f)].description, "not saved");
+    template_object_load();
+    scene_changed = 1;
+    command_run(COMMAND_REVERT);
+    EXPECT_EQ(template_object_check(), 1);
+}
+
+TEST(Revert, falls_back_to_the_template_of_the_page_before_or_the_saved_one) {
+    const EditStage stage;
+    const std::int32_t id = stage_add_object("Template", 0.0f, 0.0f);
+    text_copy(node[id].description, "of the page before");
+    template_object_load();
+    scene_stack_push();
+    text_copy(node[id].description, "not saved");
+    template_object_load();
+    command_run(COMMAND_REVERT); // the file is empty
+    EXPECT_EQ(template_object_check(), 0);
+    EXPECT_STREQ(template_object.node.description, "of the page before");
+    text_copy(node[stage_add_object("Template", 0.0f, 0.0f)].description, "saved");
+    xml_save_page(scene_page_file_name);
+    node[0].description[0] = '\0';
+    command_run(COMMAND_REVERT);
+    EXPECT_STREQ(template_object.node.description, "saved");
+}
+
 TEST(Revert, to_a_file_that_is_gone_says_so_and_keeps_what_the_user_made) {
     const EditStage stage;
     stage_add_object("a", 5.0f, 6.0f, 2);
@@ -60,6 +87,7 @@ TEST(Revert, to_a_file_that_is_gone_says_so_and_keeps_what_the_user_made) {
     line_create_from_ids(0, 1);
     scene_changed = 1;
     scene_floor.home_x = 3.0f;
+    scene_floor.position_x = 90.0f; // nothing is in view
     ASSERT_EQ(file_delete(stage.folder.file("page.orvl").c_str()), 0);
     const MessageScript script;
     command_run(COMMAND_REVERT);
@@ -71,7 +99,10 @@ TEST(Revert, to_a_file_that_is_gone_says_so_and_keeps_what_the_user_made) {
     EXPECT_EQ(node[0].height, NODE_REST_HEIGHT);
     EXPECT_EQ(line_total, 1);
     EXPECT_EQ(scene_floor.home_x, 3.0f);
+    EXPECT_EQ(scene_floor.position_x, 90.0f);
     EXPECT_EQ(scene_changed, 1);
+    EXPECT_NE(undo_available(), 0);
+    EXPECT_NE(redo_available(), 0);
     EXPECT_EQ(app_mode, APP_EDIT);
 }
 

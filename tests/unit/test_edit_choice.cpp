@@ -85,7 +85,7 @@ TEST(DrawLink, that_is_there_already_changes_nothing_and_leaves_no_undo_entry) {
     EXPECT_EQ(app_line_draw_mode, 0);
 }
 
-TEST(DrawLink, beyond_the_256th_link_changes_nothing) {
+TEST(DrawLink, beyond_the_255th_link_changes_nothing) {
     const LinkStage stage;
     while (line_create_from_ids(200, line_total) == 0) {
     }

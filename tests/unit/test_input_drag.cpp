@@ -103,6 +103,23 @@ TEST(NodeDrag, is_one_undo_entry_that_brings_everything_back) {
     EXPECT_EQ(node[b].y, 0.5f);
 }
 
+TEST(NodeDrag, back_to_where_it_began_is_undone_for_those_that_it_pushed_aside) {
+    const DragStage stage;
+    const std::int32_t a = stage_add_object("a", -10.0f, 0.0f);
+    const std::int32_t b = stage_add_object("b", -5.0f, 0.5f);
+    press(a);
+    move_by(100, 0);
+    ASSERT_NE(node[b].x, -5.0f);
+    move_by(-100, 0);
+    EXPECT_NEAR(node[a].x, -10.0f, 1e-3f);
+    node[a].x = -10.0f; // as rounding has it now and then
+    node[a].y = 0.0f;
+    rest_and_release();
+    ASSERT_EQ(undo_total, 1);
+    undo_pop();
+    EXPECT_EQ(node[b].x, -5.0f);
+}
+
 TEST(NodeDrag, a_click_without_moving_leaves_no_undo_entry_and_keeps_what_can_be_redone) {
     const DragStage stage;
     const std::int32_t id = stage_add_object("a", 0.0f, 0.0f);
@@ -114,6 +131,16 @@ TEST(NodeDrag, a_click_without_moving_leaves_no_undo_entry_and_keeps_what_can_be
     EXPECT_EQ(redo_total, 1);
     EXPECT_EQ(scene_changed, 0);
     EXPECT_EQ(node[id].x, 0.0f);
+}
+
+TEST(NodeDrag, a_click_while_another_object_glides_leaves_no_undo_entry) {
+    const DragStage stage;
+    const std::int32_t a = stage_add_object("a", 10.0f, 8.0f);
+    const std::int32_t id = stage_add_object("b", 0.0f, 0.0f);
+    press(id);
+    node[a].x += 1.0f;
+    release();
+    EXPECT_EQ(undo_total, 0);
 }
 
 TEST(NodeDrag, ends_where_it_is_when_the_mouse_is_taken_away) {

@@ -5,6 +5,7 @@
 #include "platform/locations.h"
 #include "platform/text.h"
 #include "scene/interaction.h"
+#include "scene/scene.h"
 #include "scene/scene_page.h"
 #include "tests/support/edit_stage.h"
 #include "tests/support/message_script.h"
@@ -44,6 +45,30 @@ TEST(PageEdit, ending_an_unchanged_page_does_not_write_it) {
     stage.folder.write("page.orvl", "as it was");
     EXPECT_EQ(page_edit_end(), 0);
     EXPECT_EQ(stage.folder.read("page.orvl"), "as it was");
+}
+
+TEST(PageEdit, an_object_that_still_glides_stays_where_it_was_saved) {
+    const EditStage stage;
+    const std::int32_t id = stage_add_object("a", 3.0f, 4.0f);
+    node[id].inertia_dx = 1.0f;
+    node[id].inertia_frames = 30;
+    scene_changed = 1;
+    EXPECT_EQ(page_edit_end(), 0);
+    scene_process_frame();
+    EXPECT_EQ(node[id].x, 3.0f);
+    EXPECT_NE(stage.page_text().find("<x_position>3.00</x_position>"), std::string::npos);
+}
+
+TEST(PageEdit, a_page_is_written_only_when_it_has_changed_and_then_counts_as_unchanged) {
+    EditStage stage;
+    stage.folder.write("page.orvl", "as it was");
+    EXPECT_EQ(page_edit_save(), 0);
+    EXPECT_EQ(stage.folder.read("page.orvl"), "as it was");
+    scene_changed = 1;
+    EXPECT_EQ(page_edit_save(), 0);
+    EXPECT_EQ(scene_changed, 0);
+    EXPECT_NE(stage.page_text().find("<page>"), std::string::npos);
+    EXPECT_EQ(app_mode, APP_EDIT);
 }
 
 TEST(PageEdit, cancelling_neither_saves_nor_stays_changed) {

@@ -228,6 +228,25 @@ TEST_F(SceneOpenTest, a_handed_over_page_discards_the_changes_on_no_and_on_cance
     }
 }
 
+TEST_F(SceneOpenTest, a_handed_over_page_does_not_take_the_place_of_changes_that_cannot_be_saved) {
+    for (const char *page : {"my_games-old.orvl", "home.orvl"}) {
+        ASSERT_EQ(load_page("one.orvl", "One"), 0);
+        app_mode = APP_EDIT;
+        scene_changed = 1;
+        text_append(page_dir_location, "gone\\");
+        MessageScript script({MessageAnswer::Yes, MessageAnswer::Ok});
+        scene_open_handed_over_page(page);
+        text_copy(page_dir_location, folder.path);
+        ASSERT_EQ(script.shown().size(), 2u);
+        EXPECT_EQ(script.shown()[1].text, "Failed to save page file.");
+        EXPECT_STREQ(scene_page_title, "One");
+        EXPECT_EQ(app_mode, APP_EDIT);
+        EXPECT_EQ(scene_changed, 1);
+        app_mode = APP_VIEW;
+        scene_changed = 0;
+    }
+}
+
 TEST_F(SceneOpenTest, a_home_page_handed_over_in_edit_mode_asks_only_once) {
     ASSERT_EQ(load_page("one.orvl", "One"), 0);
     app_mode = APP_EDIT;

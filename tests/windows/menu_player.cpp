@@ -46,7 +46,9 @@ static LRESULT CALLBACK watch(HWND window, UINT message, WPARAM wparam, LPARAM l
         return 0;
     case WM_COMMAND:
         player->commands.push_back(LOWORD(wparam));
-        return 0;
+        if (!player->passes_on)
+            return 0;
+        break;
     case WM_TIMER:
         EndMenu();
         return 0;
@@ -71,12 +73,27 @@ MenuPlayer::~MenuPlayer() {
 }
 
 void MenuPlayer::show(int menu_type, int node_id) {
+    play([=] { menu_show_menu(menu_type, node_id); });
+}
+
+void MenuPlayer::play(const std::function<void()> &open) {
     menu = nullptr;
     next_step = 0;
     SetTimer(hWnd, GIVE_UP_TIMER, GIVE_UP_AFTER, nullptr);
-    menu_show_menu(menu_type, node_id);
+    open();
     KillTimer(hWnd, GIVE_UP_TIMER);
     handle_messages();
+}
+
+std::function<void()> MenuPlayer::choose(UINT id) {
+    return [=, this] {
+        if (GetMenuItemID(menu, static_cast<int>(highlighted(menu))) == id) {
+            press_key(VK_RETURN);
+            return;
+        }
+        press_key(VK_DOWN);
+        next_step--; // once more from where that leads
+    };
 }
 
 void press_key(UINT code) {

@@ -20,6 +20,12 @@ struct MenuPlayer {
 
     // Shows a menu and handles what comes of it.
     void show(int menu_type, int node_id = -1);
+    // The same of something that opens a menu; commands reach the window when they are passed on.
+    void play(const std::function<void()> &open);
+    bool passes_on = false;
+
+    // A step that goes down to the entry of a command and presses Return there.
+    std::function<void()> choose(UINT id);
 
     std::vector<std::function<void()>> steps;
     std::size_t next_step = 0;
