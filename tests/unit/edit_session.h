@@ -14,6 +14,14 @@
 #include <random>
 #include <set>
 
+#ifdef _WIN32
+// Every picture is drawn there; what is tested does not depend on the system.
+inline constexpr std::uint32_t RUNS = 20, FULL_RUNS = 1;
+#else
+inline constexpr std::uint32_t RUNS = 200, FULL_RUNS = 3;
+#endif
+inline constexpr std::int32_t STEPS = 200; // of a run
+
 inline constexpr char PAGE_FILE[] = "model.orvl";
 
 // The same on every machine for a seed.

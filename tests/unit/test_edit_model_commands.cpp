@@ -165,7 +165,7 @@ struct EditModelCommands : Edit {
 };
 
 TEST_F(EditModelCommands,
-       the_page_and_a_plain_model_of_it_agree_after_every_step_of_200_random_edits) {
-    for (std::uint32_t seed = 1; seed <= 200; seed++)
-        ASSERT_TRUE(play(COMMANDS, seed, static_cast<std::int32_t>(seed % 13), 200));
+       the_page_and_a_plain_model_of_it_agree_after_every_step_of_random_editing) {
+    for (std::uint32_t seed = 1; seed <= RUNS; seed++)
+        ASSERT_TRUE(play(COMMANDS, seed, static_cast<std::int32_t>(seed % 13), STEPS));
 }
