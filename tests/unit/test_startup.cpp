@@ -1,6 +1,8 @@
 #include "app/startup.h"
 
 #include "assets/model.h"
+#include "editing/clipboard.h"
+#include "editing/undo.h"
 #include "page/options.h"
 #include "platform/locations.h"
 #include "platform/text.h"
@@ -311,6 +313,21 @@ TEST_F(FirstPages, the_modules_are_ready_after_the_start) {
     EXPECT_EQ(4, scene_floor.zoom_level);
     EXPECT_EQ(-30.0f, scene_floor.distance);
     EXPECT_EQ(1, template_object_check());
+    EXPECT_EQ(nullptr, clipboard.actions[0]);
+    ASSERT_NE(nullptr, undo_stack);
+    EXPECT_NE(nullptr, undo_stack[UNDO_CAPACITY - 1].lines);
+    ASSERT_NE(nullptr, redo_stack);
+}
+
+TEST_F(FirstPages, the_history_is_given_back_before_the_page_it_is_of) {
+    page("home.orvl");
+    ASSERT_EQ(PAGE_LOADED, startup_open_pages(""));
+    undo_push();
+    startup_stop_modules();
+    EXPECT_EQ(nullptr, undo_stack);
+    EXPECT_EQ(nullptr, redo_stack);
+    EXPECT_EQ(1, undo_available());
+    startup_modules(); // for the end of the test
 }
 
 TEST_F(FirstPages, without_an_argument_the_home_page_is_shown) {
