@@ -71,6 +71,7 @@ static int open_window(HINSTANCE instance) {
     std::srand(clock_unix_seconds());
     if (startup_program_folders() != 0 || startup_options() != 0)
         return 1;
+    startup_splash_screen();
     startup_page_folder();
     start_common_controls();
     if (main_window_register(instance) != 0)

@@ -4,10 +4,12 @@
 #include "actions/misc.h"
 #include "assets/model.h"
 #include "dialogs/rules/dialog_page_rules.h"
+#include "dialogs/splash_screen.h"
 #include "editing/clipboard.h"
 #include "editing/undo.h"
 #include "page/node.h"
 #include "page/options.h"
+#include "platform/clock.h"
 #include "platform/console.h"
 #include "platform/locations.h"
 #include "platform/message.h"
@@ -28,6 +30,8 @@ static constexpr std::int32_t SCREEN_MARGIN = 200; // pixels left free on a norm
 static constexpr std::int32_t WIDE_MARGIN = 100;   // pixels left free in height on a wide one
 static constexpr std::int32_t WIDE_PERCENT = 155;  // width / height from which a screen is wide
 static constexpr std::size_t FOLDER_MESSAGE_SIZE = 400; // the longest path and its text
+
+static constexpr std::uint32_t SPLASH_SCREEN_PAUSE = 500; // milliseconds
 
 static constexpr float PAGE_ALPHA = 0.8f; // the floor lets the reflections through
 
@@ -98,10 +102,23 @@ std::int32_t startup_options() {
     return result;
 }
 
+void startup_splash_screen() {
+    if (orvanel_options.splash_screen != 1)
+        return;
+    splash_screen_display();
+    clock_sleep(SPLASH_SCREEN_PAUSE);
+}
+
+// The splash screen would stand in front of the box.
+static void report(const char *text, MessageIcon icon) {
+    splash_screen_hide();
+    message_box(text, MESSAGE_CAPTION, icon);
+}
+
 static void create_failed(const char *folder) {
     char text[FOLDER_MESSAGE_SIZE];
     text_format(text, sizeof text, "Failed to create page folder...\n\n%s\n", folder);
-    message_box(text, MESSAGE_CAPTION, MessageIcon::Error);
+    report(text, MessageIcon::Error);
 }
 
 // The folder that the user chose is used even when it cannot be seen now: it may be on a disk that
@@ -112,7 +129,7 @@ static void use_chosen_folder(const char *folder) {
         return;
     char text[FOLDER_MESSAGE_SIZE];
     text_format(text, sizeof text, "Failed to open page folder...\n\n%s\n", folder);
-    message_box(text, MESSAGE_CAPTION, MessageIcon::Error);
+    report(text, MessageIcon::Error);
 }
 
 // Makes the folder for a new user and puts the pages shipped with the program into it.
@@ -130,8 +147,7 @@ static void use_documents_folder() {
     char documents[PATH_SIZE];
     if (location_documents(documents, sizeof documents) != 0) {
         documents[0] = '\0';
-        message_box("Failed to locate users documents folder.", MESSAGE_CAPTION,
-                    MessageIcon::Error);
+        report("Failed to locate users documents folder.", MessageIcon::Error);
     }
     const std::string folder = std::string(documents) + "\\Orvanel Pages";
     text_copy(page_dir_location, folder.c_str());
@@ -163,7 +179,7 @@ void startup_graphics_check(std::int32_t software_renderer) {
     if (orvanel_options.good_graphics_card != 1 ||
         orvanel_options.disable_graphics_card_warning != 0 || software_renderer == 0)
         return;
-    message_box(NO_ACCELERATION_TEXT, MESSAGE_CAPTION, MessageIcon::Information);
+    report(NO_ACCELERATION_TEXT, MessageIcon::Information);
     orvanel_options.good_graphics_card = 0;
     orvanel_options.disable_graphics_card_warning = 1;
     xml_save_options();
@@ -215,8 +231,7 @@ std::uint32_t startup_open_pages(const char *command_line) {
 }
 
 void startup_report_page(std::uint32_t result) {
-    message_box(scene_load_message(result, SCENE_TOO_MANY_ON_HOME), MESSAGE_CAPTION,
-                MessageIcon::Exclamation);
+    report(scene_load_message(result, SCENE_TOO_MANY_ON_HOME), MessageIcon::Exclamation);
 }
 
 void startup_stop_modules() {

@@ -22,6 +22,10 @@ std::int32_t startup_program_folders();
 // after a message: the program may not go on.
 std::int32_t startup_options();
 
+// When the options want it, shows the splash screen and gives it time to be painted before the
+// loading begins.
+void startup_splash_screen();
+
 // Finds page_dir_location; a new user gets a folder with the pages shipped.
 void startup_page_folder();
 

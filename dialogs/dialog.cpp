@@ -1,6 +1,8 @@
 #include "dialogs/dialog.h"
 
+#include "dialogs/dialogs.h"
 #include "dialogs/rules/dialog_place.h"
+#include "platform/win32/window_attach.h"
 #include "platform/window.h"
 
 static constexpr DWORD THEME_ENABLE_TAB = 6; // ETDT_ENABLETAB
@@ -40,4 +42,10 @@ void enable_xp_theme(HWND dialog) {
     static const EnableThemeDialogTextureFunction enable = find_theme_function();
     if (enable != nullptr)
         enable(dialog, THEME_ENABLE_TAB);
+}
+
+std::int32_t dialog_run(int template_id, DLGPROC procedure) {
+    const INT_PTR result = DialogBoxParamA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(template_id),
+                                           static_cast<HWND>(window_attached()), procedure, 0);
+    return result == IDOK ? DIALOG_OK : DIALOG_CANCEL;
 }

@@ -5,6 +5,7 @@
 #include "platform/locations.h"
 #include "platform/message.h"
 #include "platform/text.h"
+#include "resources/resource_ids.h"
 #include "scene/gl_util.h"
 #include "scene/scene.h"
 #include "scene/scene_floor.h"
@@ -25,28 +26,30 @@ struct CustomColour {
 static CustomColour custom_colour; // the last one chosen, black = none yet
 
 static constexpr OptionsBox boxes[] = {
-    {OPTIONS_GENERAL, 2042, &Options::show_home_page_title, false},
-    {OPTIONS_GENERAL, 2041, &Options::maintain_zoom_level, false},
-    {OPTIONS_GENERAL, 2035, &Options::splash_screen, false},
-    {OPTIONS_GENERAL, 2037, &Options::confirm_page_file_delete, false},
-    {OPTIONS_GENERAL, 2036, &Options::confirm_object_delete, false},
-    {OPTIONS_GENERAL, 2038, &Options::remember_last_model, false},
-    {OPTIONS_GENERAL, 2039, &Options::check_for_updates, false},
-    {OPTIONS_ACTIONS, 2038, &Options::action_double_click_run, false},
-    {OPTIONS_ACTIONS, 2039, &Options::action_exit_action_1, false},
-    {OPTIONS_ACTIONS, 2040, &Options::action_exit_any, false},
-    {OPTIONS_ACTIONS, 1000, &Options::action_menu_title, false},
-    {OPTIONS_ACTIONS, 1001, &Options::action_menu_icons, false},
-    {OPTIONS_GRAPHICS, 1000, &Options::disable_graphics_card_warning, false},
-    {OPTIONS_GRAPHICS, 2037, &Options::good_graphics_card, false},
-    {OPTIONS_GRAPHICS, 2036, &Options::reflections, true},
-    {OPTIONS_GRAPHICS, 2039, &Options::zoom_transition, true},
-    {OPTIONS_GRAPHICS, 2038, &Options::object_rotation, true},
-    {OPTIONS_GRAPHICS, 2040, &Options::object_transitions, true},
-    {OPTIONS_GRAPHICS, 2035, &Options::floor_inertia, true},
-    {OPTIONS_GRAPHICS, 2041, &Options::object_inertia, true},
-    {OPTIONS_GRAPHICS, 2042, &Options::text_shadows, true},
-    {OPTIONS_GRAPHICS, 1001, &Options::anti_aliasing, true},
+    {OPTIONS_GENERAL, RESOURCE_GENERAL_HOME_TITLE, &Options::show_home_page_title, false},
+    {OPTIONS_GENERAL, RESOURCE_GENERAL_MAINTAIN_ZOOM, &Options::maintain_zoom_level, false},
+    {OPTIONS_GENERAL, RESOURCE_GENERAL_SPLASH_SCREEN, &Options::splash_screen, false},
+    {OPTIONS_GENERAL, RESOURCE_GENERAL_CONFIRM_PAGE_FILE, &Options::confirm_page_file_delete,
+     false},
+    {OPTIONS_GENERAL, RESOURCE_GENERAL_CONFIRM_OBJECT, &Options::confirm_object_delete, false},
+    {OPTIONS_GENERAL, RESOURCE_GENERAL_LAST_MODEL, &Options::remember_last_model, false},
+    {OPTIONS_GENERAL, RESOURCE_GENERAL_UPDATES, &Options::check_for_updates, false},
+    {OPTIONS_ACTIONS, RESOURCE_ACTIONS_DOUBLE_CLICK, &Options::action_double_click_run, false},
+    {OPTIONS_ACTIONS, RESOURCE_ACTIONS_EXIT_FIRST, &Options::action_exit_action_1, false},
+    {OPTIONS_ACTIONS, RESOURCE_ACTIONS_EXIT_ANY, &Options::action_exit_any, false},
+    {OPTIONS_ACTIONS, RESOURCE_ACTIONS_MENU_TITLE, &Options::action_menu_title, false},
+    {OPTIONS_ACTIONS, RESOURCE_ACTIONS_MENU_ICONS, &Options::action_menu_icons, false},
+    {OPTIONS_GRAPHICS, RESOURCE_GRAPHICS_NO_WARNINGS, &Options::disable_graphics_card_warning,
+     false},
+    {OPTIONS_GRAPHICS, RESOURCE_GRAPHICS_ENHANCED, &Options::good_graphics_card, false},
+    {OPTIONS_GRAPHICS, RESOURCE_GRAPHICS_REFLECTIONS, &Options::reflections, true},
+    {OPTIONS_GRAPHICS, RESOURCE_GRAPHICS_ZOOM_TRANSITION, &Options::zoom_transition, true},
+    {OPTIONS_GRAPHICS, RESOURCE_GRAPHICS_ROTATION, &Options::object_rotation, true},
+    {OPTIONS_GRAPHICS, RESOURCE_GRAPHICS_TRANSITIONS, &Options::object_transitions, true},
+    {OPTIONS_GRAPHICS, RESOURCE_GRAPHICS_PAGE_INERTIA, &Options::floor_inertia, true},
+    {OPTIONS_GRAPHICS, RESOURCE_GRAPHICS_OBJECT_INERTIA, &Options::object_inertia, true},
+    {OPTIONS_GRAPHICS, RESOURCE_GRAPHICS_TEXT_SHADOWS, &Options::text_shadows, true},
+    {OPTIONS_GRAPHICS, RESOURCE_GRAPHICS_ANTI_ALIASING, &Options::anti_aliasing, true},
 };
 const std::span<const OptionsBox> OPTIONS_BOXES = boxes;
 

@@ -1,5 +1,6 @@
 #include "dialogs/dialogs.h"
 
+#include "dialogs/splash_screen.h"
 #include "platform/posix/recorder.h"
 
 static std::int32_t show(RecordedDialog which) {
@@ -25,4 +26,12 @@ std::int32_t dialog_options_show() {
 
 std::int32_t dialog_about_show() {
     return show(RecordedDialog::About);
+}
+
+void splash_screen_display() {
+    recorder.splash_displays++;
+}
+
+void splash_screen_hide() {
+    recorder.splash_hides++;
 }

@@ -43,6 +43,8 @@ struct Recorder {
     // Plays the user of a dialog and returns its DialogResult; null = it is cancelled.
     std::int32_t (*dialog_user)(RecordedDialog which);
 
+    std::int32_t splash_displays, splash_hides; // calls so far
+
     bool chooses_colour; // in the colour chooser, else it is closed without a choice
     RecordedColour colour_choice, colour_offered;
 

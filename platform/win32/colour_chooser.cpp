@@ -17,7 +17,7 @@ static COLORREF pack(std::int32_t red, std::int32_t green, std::int32_t blue) {
 std::int32_t colour_choose(std::int32_t *red, std::int32_t *green, std::int32_t *blue) {
     CHOOSECOLORA choice = {};
     choice.lStructSize = sizeof choice;
-    choice.hwndOwner = static_cast<HWND>(window_attached());
+    choice.hwndOwner = static_cast<HWND>(window_in_front());
     choice.rgbResult = pack(*red, *green, *blue);
     choice.lpCustColors = custom_colours;
     choice.Flags = CC_RGBINIT | CC_FULLOPEN | CC_ANYCOLOR;

@@ -42,7 +42,7 @@ int process_start(const char *application, const char *command_line) {
 }
 
 int shell_open(const char *target) {
-    const HINSTANCE result = ShellExecuteA(static_cast<HWND>(window_attached()), "open", target,
+    const HINSTANCE result = ShellExecuteA(static_cast<HWND>(window_in_front()), "open", target,
                                            nullptr, nullptr, SW_SHOWNORMAL);
     return reinterpret_cast<INT_PTR>(result) > SHELL_ERROR_MAX ? 0 : 1;
 }

@@ -16,6 +16,10 @@ void *window_attached() {
     return window;
 }
 
+void *window_in_front() {
+    return window != nullptr ? GetLastActivePopup(window) : nullptr;
+}
+
 bool window_is_minimised() {
     return window != nullptr && IsIconic(window);
 }
