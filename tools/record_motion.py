@@ -139,6 +139,7 @@ def take(program, scene):
 
 def main():
     orvanel.clean_user()
+    orvanel.write_options()
     with orvanel.Orvanel().wait_ready() as program:
         program.rest_mouse()
         rows = [take(program, opening_page), take(program, throwing_floor)]

@@ -11,5 +11,6 @@ import orvanel  # noqa: E402
 @pytest.fixture(autouse=True)
 def new_user():
     orvanel.clean_user()
+    orvanel.write_options()
     yield
     orvanel.clean_user()

@@ -95,10 +95,24 @@ def write_page(name, text):
     (PAGES / name).write_bytes(text.encode("latin-1").replace(b"\n", b"\r\n"))
 
 
+# In the order in which the program asks for them.
+OPTION_KEYS = (
+    "show_home_page_title maintain_zoom_level initial_zoom_level page_folder "
+    "action_double_click_run action_exit_action_1 action_exit_any action_menu_icons "
+    "action_menu_title splash_screen confirm_page_file_delete confirm_object_delete "
+    "remember_last_model disable_graphics_card_warning good_graphics_card reflections "
+    "object_rotation zoom_transition object_transitions floor_inertia anti_aliasing text_shadows "
+    "object_inertia check_for_updates check_for_updates_next"
+).split()
+
+
 def write_options(folder=SETTINGS, **values):
-    """An options file holding only these keys, in the order in which the program asks for them."""
+    """An options file holding only these keys, and no splash screen: it would hide what is tested."""
     folder.mkdir(parents=True, exist_ok=True)
-    keys = "".join(f"\t<{key}>{value}</{key}>\n" for key, value in values.items())
+    values = {"splash_screen": 0, **values}
+    keys = "".join(
+        f"\t<{key}>{values[key]}</{key}>\n" for key in sorted(values, key=OPTION_KEYS.index)
+    )
     (folder / "options.xml").write_text(
         '<?xml version="1.0" encoding="utf-8" ?>\n<orvanel_options>\n\t<offv>002</offv>\n'
         f"{keys}</orvanel_options>\n"

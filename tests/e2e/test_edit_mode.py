@@ -55,7 +55,6 @@ def drag(program, start, end, steps=15):
 
 def start(nodes, **options):
     write_page("home.orvl", page_text(nodes, GREEN_PAGE))
-    # In the order in which the program writes them.
     write_options(**{"object_transitions": 0, "object_inertia": 0, **options})
     program = Orvanel().wait_ready()
     program.key("Tab")

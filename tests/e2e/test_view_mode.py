@@ -12,6 +12,7 @@ from orvanel import (
     START_TIMEOUT,
     TEMP,
     Orvanel,
+    clean_user,
     object_text,
     page_object_text,
     page_text,
@@ -152,7 +153,7 @@ def test_a_second_start_with_any_other_argument_only_brings_the_first_instance_f
 def test_a_second_start_waits_while_the_first_is_starting_and_then_hands_its_page_over():
     write_page("home.orvl", page_text("", GREEN_PAGE))
     write_page("other.orvl", page_text("", RED_PAGE))
-    SETTINGS.mkdir(parents=True)
+    SETTINGS.mkdir(parents=True, exist_ok=True)
     newer = "<orvanel_options>\n<offv>003</offv>\n</orvanel_options>\n"
     (SETTINGS / "options.xml").write_text(newer)
     with Orvanel() as first:
@@ -258,6 +259,7 @@ def test_an_action_that_cannot_be_started_shows_its_message():
 
 
 def test_old_settings_beside_the_program_are_read_and_moved_to_the_users_folder():
+    clean_user()
     write_page("home.orvl", page_text("", GREEN_PAGE))
     write_options(PROGRAM_FOLDER, initial_zoom_level=7, splash_screen=0, reflections=0)
     with Orvanel().wait_ready():
@@ -287,7 +289,7 @@ def test_options_are_read_back_and_change_what_is_seen():
 
 
 def test_options_that_are_no_orvanel_file_end_the_program_with_their_message():
-    SETTINGS.mkdir(parents=True)
+    SETTINGS.mkdir(parents=True, exist_ok=True)
     (SETTINGS / "options.xml").write_text("<something>\n</something>\n")
     with Orvanel() as program:
         _, shown = program.wait_message()
