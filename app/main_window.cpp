@@ -1,6 +1,7 @@
 #include "app/main_window.h"
 
 #include "actions/menu.h"
+#include "app/held_models.h"
 #include "app/startup.h"
 #include "assets/model.h"
 #include "page/node.h"
@@ -90,6 +91,8 @@ static void restore_view(const KeptView &view) {
     const std::uint32_t result = scene_load_page(view.file_name, view.title);
     if (result != PAGE_LOADED)
         startup_report_page(result);
+    if (template_object_check() != 0)
+        template_object_delete(); // one of a page below is in force again
     scene_floor.zoom_level = view.zoom_level;
     scene_floor.position_x = view.x;
     scene_floor.position_y = view.y;
@@ -101,6 +104,7 @@ static void start_scene() {
     console_start();
     mouse_init();
     model_init();
+    held_models_find_again();
     scene_init();
     scene_floor.drag_state = 0;
     node_init_effects();
@@ -108,6 +112,7 @@ static void start_scene() {
 }
 
 static void recreate_window() {
+    held_models_remember();
     scene_stop();
     menu_stop();
     console_stop();
