@@ -1,8 +1,7 @@
 #include "platform/message.h"
 
+#include "platform/win32/message_over.h"
 #include "platform/win32/window_attach.h"
-
-#include <windows.h>
 
 #include <string>
 
@@ -49,10 +48,20 @@ static UINT button_flag(MessageButtons buttons) {
     }
 }
 
-MessageAnswer message_box(const char *text, const char *caption, MessageIcon icon,
-                          MessageButtons buttons) {
-    switch (MessageBoxW(static_cast<HWND>(window_attached()), wide_text(text).c_str(),
-                        wide_text(caption).c_str(), icon_flag(icon) | button_flag(buttons))) {
+// An owner that takes no input, because a dialog is open over it, is left like that: not every
+// system does so by itself.
+static int show_box(HWND owner, const char *text, const char *caption, UINT flags) {
+    const bool was_disabled = owner != nullptr && IsWindowEnabled(owner) == 0;
+    const int answer =
+        MessageBoxW(owner, wide_text(text).c_str(), wide_text(caption).c_str(), flags);
+    if (was_disabled)
+        EnableWindow(owner, FALSE);
+    return answer;
+}
+
+MessageAnswer message_box_over(HWND owner, const char *text, const char *caption, MessageIcon icon,
+                               MessageButtons buttons) {
+    switch (show_box(owner, text, caption, icon_flag(icon) | button_flag(buttons))) {
     case IDYES:
         return MessageAnswer::Yes;
     case IDNO:
@@ -62,4 +71,9 @@ MessageAnswer message_box(const char *text, const char *caption, MessageIcon ico
     default:
         return buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::Cancel;
     }
+}
+
+MessageAnswer message_box(const char *text, const char *caption, MessageIcon icon,
+                          MessageButtons buttons) {
+    return message_box_over(static_cast<HWND>(window_in_front()), text, caption, icon, buttons);
 }

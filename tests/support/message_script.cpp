@@ -60,13 +60,37 @@ static int choose_button(HWND box) {
     return IDCANCEL;
 }
 
+static BOOL CALLBACK look_at_icon(HWND control, LPARAM icon) {
+    static const struct {
+        const char *name;
+        MessageIcon icon;
+    } icons[] = {{IDI_INFORMATION, MessageIcon::Information},
+                 {IDI_EXCLAMATION, MessageIcon::Exclamation},
+                 {IDI_QUESTION, MessageIcon::Question},
+                 {IDI_ERROR, MessageIcon::Error}};
+    const LRESULT shown = SendMessageA(control, STM_GETICON, 0, 0);
+    for (const auto &known : icons) {
+        if (shown != 0 && reinterpret_cast<HICON>(shown) == LoadIconA(nullptr, known.name))
+            *reinterpret_cast<MessageIcon *>(icon) = known.icon;
+    }
+    return TRUE;
+}
+
+static ShownMessage read_box(HWND box) {
+    ShownMessage message = {.text = window_text(GetDlgItem(box, TEXT_CONTROL)),
+                            .caption = window_text(box),
+                            .owner = GetWindow(box, GW_OWNER)};
+    EnumChildWindows(box, look_at_icon, reinterpret_cast<LPARAM>(&message.icon));
+    return message;
+}
+
 static BOOL CALLBACK answer_box(HWND box, LPARAM) {
     char name[16];
     HWND text = GetDlgItem(box, TEXT_CONTROL);
     if (GetClassNameA(box, name, sizeof name) == 0 || lstrcmpA(name, DIALOG_CLASS) != 0 ||
         IsWindowVisible(box) == 0 || text == nullptr || box == player->answered)
         return TRUE;
-    const ShownMessage message = {window_text(text), window_text(box)};
+    const ShownMessage message = read_box(box);
     player->answered = box;
     EnterCriticalSection(&player->lock);
     player->shown.push_back(message);
@@ -134,7 +158,9 @@ MessageScript::~MessageScript() {
 std::vector<ShownMessage> MessageScript::shown() const {
     std::vector<ShownMessage> messages;
     for (std::size_t i = first; i < recorder.messages.size(); i++)
-        messages.push_back({recorder.messages[i].text, recorder.messages[i].caption});
+        messages.push_back({.text = recorder.messages[i].text,
+                            .caption = recorder.messages[i].caption,
+                            .icon = recorder.messages[i].icon});
     return messages;
 }
 #endif

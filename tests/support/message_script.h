@@ -9,6 +9,8 @@
 
 struct ShownMessage {
     std::string text, caption;
+    MessageIcon icon = MessageIcon::None;
+    void *owner = nullptr; // the window it is over, an HWND; always null natively
 };
 
 struct MessageScript {

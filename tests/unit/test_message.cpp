@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#ifdef _WIN32
+#include "platform/win32/message_over.h"
+#endif
+
 TEST(Message, the_text_and_the_caption_are_shown_as_they_are_given) {
     MessageScript script;
     EXPECT_EQ(MessageAnswer::Ok,
@@ -32,7 +36,31 @@ TEST(Message, a_text_that_is_no_utf_8_is_read_in_the_systems_code_page) {
               "cher",
               script.shown()[0].text);
 }
+
+TEST(Message, a_box_over_a_window_that_takes_no_input_leaves_it_like_that) {
+    MessageScript script;
+    const HWND owner = CreateWindowA("STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
+                                     nullptr, nullptr, nullptr);
+    message_box_over(owner, "a", "b", MessageIcon::None);
+    EXPECT_TRUE(IsWindowEnabled(owner));
+    EnableWindow(owner, FALSE);
+    message_box_over(owner, "a", "b", MessageIcon::None);
+    EXPECT_FALSE(IsWindowEnabled(owner));
+    ASSERT_EQ(2u, script.shown().size());
+    EXPECT_EQ(owner, script.shown()[1].owner);
+    DestroyWindow(owner);
+}
 #endif
+
+TEST(Message, every_icon_is_the_one_asked_for) {
+    MessageScript script;
+    for (const MessageIcon icon :
+         {MessageIcon::None, MessageIcon::Information, MessageIcon::Exclamation,
+          MessageIcon::Question, MessageIcon::Error}) {
+        message_box("a", "b", icon);
+        EXPECT_EQ(icon, script.shown().back().icon);
+    }
+}
 
 TEST(Message, every_button_gives_its_answer) {
     MessageScript script({MessageAnswer::Yes, MessageAnswer::No, MessageAnswer::Cancel,
