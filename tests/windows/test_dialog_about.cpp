@@ -1,0 +1,48 @@
+#include "dialogs/dialogs.h"
+#include "platform/gl.h"
+#include "resources/resource_ids.h"
+#include "tests/windows/dialog_growth.h"
+#include "tests/windows/dialog_player.h"
+#include "tests/windows/real_window.h"
+
+#include <gtest/gtest.h>
+
+static constexpr char ABOUT[] = "About Orvanel";
+
+static std::string gl_string(GLenum name) {
+    return reinterpret_cast<const char *>(glGetString(name));
+}
+
+TEST(AboutBox, It_shows_the_product_with_its_version_and_what_draws_it) {
+    RealWindow window;
+    DialogPlayer player(
+        {{ABOUT, [](HWND dialog) {
+              wchar_t product[40] = L"";
+              GetDlgItemTextW(dialog, RESOURCE_ABOUT_PRODUCT, product, 40);
+              EXPECT_STREQ(product, L"Orvanel\u2122 v1.4.1");
+              EXPECT_EQ(shown_text(dialog, RESOURCE_ABOUT_VENDOR), gl_string(GL_VENDOR));
+              EXPECT_EQ(shown_text(dialog, RESOURCE_ABOUT_RENDERER), gl_string(GL_RENDERER));
+              EXPECT_EQ(shown_text(dialog, RESOURCE_ABOUT_VERSION), gl_string(GL_VERSION));
+              EXPECT_NE(
+                  GetPropA(GetDlgItem(dialog, RESOURCE_ABOUT_HOME_PAGE), "_Hyperlink_From_Static_"),
+                  nullptr);
+          }}});
+    dialog_about_show();
+    EXPECT_TRUE(player.done());
+}
+
+TEST(AboutBox, Enter_and_Escape_and_OK_close_it) {
+    RealWindow window;
+    DialogPlayer enter({{ABOUT, [](HWND dialog) { press(dialog, VK_RETURN); }}});
+    EXPECT_EQ(dialog_about_show(), DIALOG_OK);
+    enter.steps.push_back({ABOUT, [](HWND dialog) { press(dialog, VK_ESCAPE); }});
+    EXPECT_EQ(dialog_about_show(), DIALOG_CANCEL);
+    enter.steps.push_back({ABOUT, [](HWND dialog) { click(dialog, IDOK); }});
+    EXPECT_EQ(dialog_about_show(), DIALOG_OK);
+    EXPECT_TRUE(enter.done());
+}
+
+TEST(AboutBox, Opening_and_closing_it_300_times_leaves_nothing_behind) {
+    RealWindow window;
+    expect_no_growth([] { dialog_about_show(); });
+}

@@ -1,0 +1,171 @@
+#include "dialogs/hyperlinks.h"
+
+#include "platform/win32/object_count.h"
+#include "resources/resource_ids.h"
+
+#include <gtest/gtest.h>
+
+static int clicks;
+
+static INT_PTR CALLBACK count_clicks(HWND, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == WM_COMMAND && wparam == 0 && lparam == 0)
+        clicks++;
+    return FALSE;
+}
+
+static HFONT font_of(HWND control) {
+    return reinterpret_cast<HFONT>(SendMessageA(control, WM_GETFONT, 0, 0));
+}
+
+static bool is_underlined(HWND control) {
+    LOGFONTA font = {};
+    GetObjectA(font_of(control), sizeof font, &font);
+    return font.lfUnderline != 0;
+}
+
+static WNDPROC procedure_of(HWND window) {
+    return reinterpret_cast<WNDPROC>(GetWindowLongPtrA(window, GWLP_WNDPROC));
+}
+
+static void drain() {
+    MSG message;
+    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
+        DispatchMessageA(&message);
+}
+
+// The about box's template with plain statics.
+struct Hyperlinks : testing::Test {
+    HWND dialog =
+        CreateDialogParamA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(RESOURCE_DIALOG_ABOUT),
+                           nullptr, count_clicks, 0);
+    HWND link = GetDlgItem(dialog, RESOURCE_ABOUT_HOME_PAGE);
+    HWND plain = GetDlgItem(dialog, RESOURCE_ABOUT_PRODUCT);
+    WNDPROC dialog_before = procedure_of(dialog);
+    WNDPROC link_before = procedure_of(link);
+    int fonts_before = object_count[OBJECT_FONT];
+
+    Hyperlinks() {
+        clicks = 0;
+        ShowWindow(dialog, SW_SHOWNOACTIVATE);
+        drain();
+    }
+    ~Hyperlinks() override {
+        if (GetCapture() != nullptr)
+            ReleaseCapture();
+        if (IsWindow(dialog))
+            DestroyWindow(dialog);
+    }
+    void move_mouse(int x, int y) const {
+        SendMessageA(link, WM_MOUSEMOVE, 0, MAKELPARAM(x, y));
+    }
+    COLORREF text_colour(HWND control) const {
+        const HDC dc = GetDC(control);
+        SetTextColor(dc, RGB(1, 2, 3));
+        SendMessageA(dialog, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc),
+                     reinterpret_cast<LPARAM>(control));
+        const COLORREF colour = GetTextColor(dc);
+        ReleaseDC(control, dc);
+        return colour;
+    }
+};
+
+TEST_F(Hyperlinks, The_static_control_takes_the_mouse_and_keeps_what_it_was) {
+    const HFONT font = font_of(link);
+    ASSERT_TRUE(ConvertStaticToHyperlink(link));
+    EXPECT_NE(GetWindowLongPtrA(link, GWL_STYLE) & SS_NOTIFY, 0);
+    EXPECT_EQ(GetPropA(link, "_Hyperlink_Original_Font_"), font);
+    EXPECT_EQ(reinterpret_cast<LONG_PTR>(GetPropA(link, "_Hyperlink_Original_Proc_")),
+              reinterpret_cast<LONG_PTR>(link_before));
+    EXPECT_EQ(reinterpret_cast<LONG_PTR>(GetPropA(link, "_Hyperlink_From_Static_")), 1);
+    EXPECT_EQ(reinterpret_cast<LONG_PTR>(GetPropA(dialog, "_Hyperlink_Original_Proc_")),
+              reinterpret_cast<LONG_PTR>(dialog_before));
+    EXPECT_EQ(font_of(link), font);
+}
+
+TEST_F(Hyperlinks, The_parents_second_static_control_does_not_subclass_the_parent_twice) {
+    ASSERT_TRUE(ConvertStaticToHyperlink(link));
+    const WNDPROC once = procedure_of(dialog);
+    EXPECT_NE(once, dialog_before);
+    ASSERT_TRUE(ConvertStaticToHyperlink(plain));
+    EXPECT_EQ(procedure_of(dialog), once);
+    EXPECT_EQ(reinterpret_cast<LONG_PTR>(GetPropA(dialog, "_Hyperlink_Original_Proc_")),
+              reinterpret_cast<LONG_PTR>(dialog_before));
+}
+
+TEST_F(Hyperlinks, Its_text_is_black_and_that_of_other_statics_is_left_alone) {
+    ConvertStaticToHyperlink(link);
+    EXPECT_EQ(text_colour(link), RGB(0, 0, 0));
+    EXPECT_EQ(text_colour(plain), [&] {
+        const HDC dc = GetDC(plain);
+        SetTextColor(dc, RGB(1, 2, 3));
+        CallWindowProcA(dialog_before, dialog, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc),
+                        reinterpret_cast<LPARAM>(plain));
+        const COLORREF colour = GetTextColor(dc);
+        ReleaseDC(plain, dc);
+        return colour;
+    }());
+}
+
+TEST_F(Hyperlinks, It_is_underlined_and_holds_the_mouse_while_the_pointer_is_over_it) {
+    ConvertStaticToHyperlink(link);
+    EXPECT_FALSE(is_underlined(link));
+    move_mouse(3, 3);
+    EXPECT_TRUE(is_underlined(link));
+    EXPECT_EQ(GetCapture(), link);
+    move_mouse(5, 4);
+    EXPECT_TRUE(is_underlined(link));
+    move_mouse(-2, 3);
+    EXPECT_FALSE(is_underlined(link));
+    EXPECT_EQ(GetCapture(), nullptr);
+}
+
+TEST_F(Hyperlinks, Leaving_to_any_side_ends_it) {
+    ConvertStaticToHyperlink(link);
+    RECT area;
+    GetClientRect(link, &area);
+    const POINT outside[] = {{-1, 1}, {1, -1}, {area.right, 1}, {1, area.bottom}};
+    for (const POINT &point : outside) {
+        move_mouse(1, 1);
+        ASSERT_EQ(GetCapture(), link);
+        move_mouse(point.x, point.y);
+        EXPECT_EQ(GetCapture(), nullptr) << point.x << " " << point.y;
+    }
+}
+
+TEST_F(Hyperlinks, A_click_is_posted_to_the_parent_with_both_parameters_0) {
+    ConvertStaticToHyperlink(link);
+    SendMessageA(link, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
+    EXPECT_EQ(GetCapture(), link);
+    EXPECT_EQ(clicks, 0);
+    SendMessageA(link, WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
+    EXPECT_EQ(GetCapture(), nullptr);
+    drain();
+    EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(Hyperlinks, The_pointer_is_a_hand) {
+    ConvertStaticToHyperlink(link);
+    EXPECT_EQ(SendMessageA(link, WM_SETCURSOR, reinterpret_cast<WPARAM>(link),
+                           MAKELPARAM(HTCLIENT, WM_MOUSEMOVE)),
+              TRUE);
+    EXPECT_EQ(GetCursor(), LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_HAND)));
+}
+
+TEST_F(Hyperlinks, Destroying_the_control_gives_everything_back) {
+    const HFONT font = font_of(link);
+    ConvertStaticToHyperlink(link);
+    EXPECT_EQ(object_count[OBJECT_FONT], fonts_before + 1);
+    const auto underline = static_cast<HFONT>(GetPropA(link, "_Hyperlink_Underline_Font_"));
+    DestroyWindow(link);
+    EXPECT_EQ(object_count[OBJECT_FONT], fonts_before);
+    EXPECT_EQ(GetObjectType(underline), 0u);
+    EXPECT_NE(GetObjectType(font), 0u); // the dialog's own
+}
+
+TEST_F(Hyperlinks, Destroying_the_dialog_gives_everything_back) {
+    ConvertStaticToHyperlink(link);
+    ConvertStaticToHyperlink(plain);
+    move_mouse(3, 3);
+    DestroyWindow(dialog);
+    EXPECT_EQ(object_count[OBJECT_FONT], fonts_before);
+}

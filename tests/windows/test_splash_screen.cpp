@@ -1,0 +1,96 @@
+#include "dialogs/splash_screen.h"
+
+#include "resources/resource_ids.h"
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+static constexpr DWORD TIMEOUT = 20'000; // milliseconds
+static constexpr DWORD STEP = 10;        // milliseconds
+
+static BOOL CALLBACK look_at(HWND window, LPARAM found) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    char name[16] = "";
+    GetClassNameA(window, name, sizeof name);
+    if (process == GetCurrentProcessId() && lstrcmpA(name, "#32770") == 0 &&
+        IsWindowVisible(window))
+        *reinterpret_cast<HWND *>(found) = window;
+    return TRUE;
+}
+
+static HWND find() {
+    HWND found = nullptr;
+    EnumWindows(look_at, reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
+// The splash screen, or null when it does not come (present) or has gone (not present) in time.
+static HWND wait_for(bool present) {
+    for (DWORD waited = 0; waited < TIMEOUT && (find() != nullptr) != present; waited += STEP)
+        Sleep(STEP);
+    return find();
+}
+
+TEST(SplashScreen, It_stands_in_the_middle_of_the_screen_in_the_pictures_size) {
+    splash_screen_display();
+    const HWND window = wait_for(true);
+    ASSERT_NE(window, nullptr);
+    RECT area;
+    GetWindowRect(window, &area);
+    EXPECT_EQ(area.left, GetSystemMetrics(SM_CXSCREEN) / 2 - 239);
+    EXPECT_EQ(area.top, GetSystemMetrics(SM_CYSCREEN) / 2 - 144);
+    EXPECT_EQ(area.right - area.left, 478);
+    EXPECT_EQ(area.bottom - area.top, 288);
+    EXPECT_EQ(GetWindow(window, GW_OWNER), nullptr);
+    EXPECT_NE(GetWindowThreadProcessId(window, nullptr), GetCurrentThreadId());
+    splash_screen_hide();
+    EXPECT_EQ(wait_for(false), nullptr);
+}
+
+static COLORREF picture_pixel(int x, int y) {
+    const HDC dc = CreateCompatibleDC(nullptr);
+    const HBITMAP bitmap =
+        LoadBitmapA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(RESOURCE_SPLASH));
+    const HGDIOBJ before = SelectObject(dc, bitmap);
+    const COLORREF colour = GetPixel(dc, x, y);
+    SelectObject(dc, before);
+    DeleteObject(bitmap);
+    DeleteDC(dc);
+    return colour;
+}
+
+static COLORREF window_pixel(HWND window, int x, int y) {
+    const HDC dc = GetDC(window);
+    const COLORREF colour = GetPixel(dc, x, y);
+    ReleaseDC(window, dc);
+    return colour;
+}
+
+TEST(SplashScreen, It_shows_the_picture_pixel_by_pixel_and_then_closes_itself) {
+    static constexpr POINT points[] = {{110, 80}, {300, 130}, {470, 280}, {5, 150}};
+    splash_screen_display();
+    const HWND window = wait_for(true);
+    ASSERT_NE(window, nullptr);
+    for (DWORD waited = 0; waited < TIMEOUT && IsWindow(window); waited += STEP) {
+        if (window_pixel(window, 110, 80) == picture_pixel(110, 80))
+            break;
+        Sleep(STEP);
+    }
+    for (const POINT &point : points)
+        EXPECT_EQ(window_pixel(window, point.x, point.y), picture_pixel(point.x, point.y));
+    EXPECT_EQ(wait_for(false), nullptr); // nobody hides it
+    EXPECT_FALSE(IsWindow(window));
+}
+
+TEST(SplashScreen, Hiding_it_at_once_keeps_it_from_staying) {
+    for (int i = 0; i < 20; i++) {
+        splash_screen_display();
+        if (i % 2 == 1)
+            Sleep(static_cast<DWORD>(i)); // meets it in other states
+        splash_screen_hide();
+        EXPECT_EQ(wait_for(false), nullptr);
+    }
+    splash_screen_hide(); // there is none
+}
