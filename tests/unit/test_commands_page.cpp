@@ -8,6 +8,7 @@
 #include "scene/scene_page.h"
 #include "scene/scene_transition.h"
 #include "tests/support/edit_stage.h"
+#include "tests/support/manual_clock.h"
 #include "tests/support/message_script.h"
 
 #include <gtest/gtest.h>
@@ -52,6 +53,24 @@ TEST(Revert, keeps_the_floor_position_although_it_reloads_the_page) {
     EXPECT_EQ(app_align_mode, 0);
     EXPECT_EQ(undo_total, 0);
 }
+
+#ifndef _WIN32
+TEST(Revert, lets_the_page_fly_out_and_in) {
+    const EditStage stage;
+    stage_add_object("a", 0.0f, 0.0f);
+    xml_save_page(scene_page_file_name);
+    stage_draw();
+    orvanel_options.good_graphics_card = orvanel_options.object_transitions = 1;
+    manual_clock_step(5000);
+    std::int32_t swaps = recorder.swaps;
+    scene_page_out_transition(1);
+    const std::int32_t out = recorder.swaps - swaps;
+    swaps = recorder.swaps;
+    command_run(COMMAND_REVERT);
+    EXPECT_GT(out, 2);
+    EXPECT_GT(recorder.swaps - swaps, out + 2); // in as well
+}
+#endif
 
 TEST(Revert, takes_back_a_template_that_was_never_saved) {
     const EditStage stage;
@@ -137,6 +156,9 @@ TEST(PageCenter, is_set_to_where_the_floor_stands_and_gone_back_to) {
         ASSERT_EQ(script.shown().size(), 1u);
         EXPECT_EQ(script.shown()[0].text, "The Page Center has been set.");
         EXPECT_EQ(script.shown()[0].caption, "Orvanel");
+#ifndef _WIN32
+        EXPECT_EQ(recorder.messages.back().icon, MessageIcon::Information);
+#endif
     }
     EXPECT_EQ(scene_floor.home_x, 4.0f);
     EXPECT_EQ(scene_floor.home_y, 9.0f);

@@ -12,6 +12,10 @@
 
 #include <gtest/gtest.h>
 
+#ifndef _WIN32
+#include "platform/posix/recorder.h"
+#endif
+
 struct DragStage : EditStage {
     DragStage() {
         manual_clock_step(0); // the time between two moves is the test's
@@ -44,6 +48,17 @@ static void rest_and_release() {
     release();
 }
 
+static void press_key(std::int32_t code) {
+    input_key_down(code);
+    input_key_up(code);
+}
+
+static void press_with_control(std::int32_t code) {
+    input_key_down(KEY_CONTROL);
+    press_key(code);
+    input_key_up(KEY_CONTROL);
+}
+
 TEST(NodeDrag, the_object_stays_under_the_mouse_and_the_floor_where_it_is) {
     for (const std::int32_t level : {0, 4, 8}) {
         const DragStage stage;
@@ -73,6 +88,44 @@ TEST(NodeDrag, a_label_stays_under_the_mouse_too) {
     EXPECT_NEAR(stage_node_point(id).x, mouse.x, 1);
     EXPECT_NEAR(stage_node_point(id).y, mouse.y, 1);
     rest_and_release();
+}
+
+TEST(NodeDrag, goes_on_under_the_mouse_when_the_floor_scrolls_or_zooms_meanwhile) {
+    const DragStage stage;
+    const std::int32_t id = stage_add_object("a", 0.0f, 0.0f);
+    press(id);
+    move_by(40, 0);
+    press_key(KEY_UP);
+    input_wheel(120);
+    stage_draw();
+    move_by(40, 20);
+    stage_draw();
+    EXPECT_EQ(node[id].grab_state, GRAB_GRABBED);
+    EXPECT_NEAR(stage_node_point(id).x, mouse.x, 6); // where it was held shows elsewhere now
+    EXPECT_NEAR(stage_node_point(id).y, mouse.y, 6);
+    rest_and_release();
+}
+
+TEST(NodeDrag, stops_the_floor_and_what_the_object_did_by_itself) {
+    const DragStage stage;
+    const std::int32_t id = stage_add_object("a", 3.0f, 4.0f);
+    stage_draw();
+    node[id].grab_x = node[id].grab_y = 0.0f;
+    node[id].inertia_dx = node[id].inertia_dy = 1.0f;
+    node[id].label_depth = 7;
+    scene_floor.inertia_x = scene_floor.inertia_y = 1.0f;
+    scene_floor.inertia_frames = 9;
+    const WindowPoint point = stage_node_point(id);
+    input_left_down(point.x, point.y);
+    EXPECT_EQ(node[id].grab_x, 3.0f);
+    EXPECT_EQ(node[id].grab_y, 4.0f);
+    EXPECT_EQ(node[id].inertia_dx, 0.0f);
+    EXPECT_EQ(node[id].inertia_dy, 0.0f);
+    EXPECT_EQ(node[id].label_depth, 0);
+    EXPECT_EQ(scene_floor.inertia_frames, 0);
+    EXPECT_EQ(scene_floor.inertia_x, 0.0f);
+    EXPECT_EQ(scene_floor.inertia_y, 0.0f);
+    release();
 }
 
 TEST(NodeDrag, pushes_the_objects_in_its_way_aside) {
@@ -154,6 +207,40 @@ TEST(NodeDrag, ends_where_it_is_when_the_mouse_is_taken_away) {
     EXPECT_EQ(undo_total, 1);
     move_by(60, 0);
     EXPECT_EQ(node[id].x, x);
+}
+
+TEST(NodeDrag, whatever_comes_between_lets_go_of_the_object) {
+    void (*const interruptions[])() = {
+        input_capture_lost,
+        input_focus_lost,
+        [] { input_mouse_move(mouse.x, mouse.y, 0); },
+        [] { press_key(KEY_TAB); },
+        [] { press_key(KEY_ESCAPE); },
+        [] { press_key(KEY_BACKSPACE); },
+        [] { press_with_control('C'); },
+        [] { press_with_control('Y'); },
+#ifndef _WIN32 // a real menu would wait for the user
+        [] { press_key(KEY_MENU); },
+        [] { input_right_down(mouse.x, mouse.y); },
+#endif
+    };
+    for (void (*interrupt)() : interruptions) {
+        const DragStage stage;
+        const std::int32_t id = stage_add_object("a", 0.0f, 0.0f);
+        press(id);
+        move_by(60, 0);
+        interrupt();
+        EXPECT_NE(node[id].grab_state, GRAB_GRABBED);
+        EXPECT_EQ(node[id].inertia_frames, 0);
+        EXPECT_EQ(mouse.flags & MOUSE_LEFT, 0);
+#ifndef _WIN32
+        EXPECT_FALSE(recorder.mouse_captured);
+#endif
+        const float x = node[id].x;
+        EXPECT_GT(x, 0.5f);
+        move_by(60, 0);
+        EXPECT_EQ(node[id].x, x);
+    }
 }
 
 TEST(NodeDrag, an_undo_in_the_middle_of_it_ends_it) {

@@ -12,6 +12,10 @@
 
 #include <gtest/gtest.h>
 
+#ifndef _WIN32
+#include "platform/posix/recorder.h"
+#endif
+
 // A page that cannot be written: its folder is gone.
 static void lose_folder() {
     text_append(page_dir_location, "gone\\");
@@ -132,6 +136,51 @@ TEST(PageEdit, going_back_ends_the_history_so_that_no_page_gets_the_objects_of_a
     EXPECT_EQ(undo_total, 0);
     EXPECT_EQ(scene_changed, 0);
     EXPECT_NE(stage.page_text().find("<name>a</name>"), std::string::npos);
+}
+
+#ifndef _WIN32 // only the other side knows icons and buttons
+TEST(PageEdit, messages_have_the_icons_and_buttons_of_their_kind) {
+    const EditStage stage;
+    scene_changed = 1;
+    lose_folder();
+    const MessageScript script({MessageAnswer::Yes, MessageAnswer::Ok});
+    page_edit_settle_changes();
+    page_edit_cancel();
+    page_edit_begin();
+    ASSERT_EQ(recorder.messages.size(), 3u);
+    EXPECT_EQ(recorder.messages[0].icon, MessageIcon::Question);
+    EXPECT_EQ(recorder.messages[0].buttons, MessageButtons::YesNoCancel);
+    EXPECT_EQ(recorder.messages[1].icon, MessageIcon::Exclamation);
+    EXPECT_EQ(recorder.messages[1].caption, "Orvanel");
+    EXPECT_EQ(recorder.messages[2].icon, MessageIcon::Exclamation);
+}
+#endif
+
+TEST(PageEdit, beginning_ending_and_cancelling_draw_the_floor_anew) {
+    const EditStage stage;
+    for (void (*change)() :
+         {+[] { page_edit_begin(); }, +[] { page_edit_end(); }, +[] { page_edit_cancel(); }}) {
+        stage_draw();
+        ASSERT_EQ(scene_floor.list_valid, 1);
+        change();
+        EXPECT_EQ(scene_floor.list_valid, 0);
+    }
+}
+
+TEST(PageEdit, No_at_the_question_leaves_the_page_without_saving_and_without_a_history) {
+    const EditStage stage;
+    const std::string before = stage.page_text();
+    scene_stack_push();
+    undo_push();
+    stage_add_object("a", 0.0f, 0.0f);
+    scene_changed = 1;
+    const MessageScript script({MessageAnswer::No});
+    scene_page_back();
+    EXPECT_EQ(stage.page_text(), before);
+    EXPECT_EQ(node_total, 0);
+    EXPECT_EQ(scene_changed, 0);
+    EXPECT_EQ(undo_total, 0);
+    EXPECT_EQ(app_mode, APP_VIEW);
 }
 
 // ---- pages of older releases
