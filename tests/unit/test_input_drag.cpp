@@ -12,13 +12,35 @@
 
 #include <gtest/gtest.h>
 
-#ifndef _WIN32
+#ifdef _WIN32
+#include "platform/win32/window_attach.h"
+
+#include <windows.h>
+#else
 #include "platform/posix/recorder.h"
 #endif
+
+// The window manager may just be busy with the window of the test before.
+static void bring_to_front() {
+#ifdef _WIN32
+    SetForegroundWindow(static_cast<HWND>(window_attached()));
+#endif
+}
 
 struct DragStage : EditStage {
     DragStage() {
         manual_clock_step(0); // the time between two moves is the test's
+#ifdef _WIN32
+        // The test's window stands in for the main window.
+        HWND window = FindWindowA("orvanel:test_window", nullptr);
+        window_attach(window, GetDC(window));
+#endif
+    }
+    ~DragStage() {
+        input_capture_lost();
+#ifdef _WIN32
+        window_attach(nullptr, nullptr);
+#endif
     }
 };
 
@@ -35,6 +57,7 @@ static void move_by(std::int32_t dx, std::int32_t dy, std::uint32_t milliseconds
     const std::int32_t y = mouse.y;
     for (std::int32_t i = 1; i <= steps; i++) {
         manual_clock_advance(milliseconds);
+        bring_to_front();
         input_mouse_move(x + dx * i / steps, y + dy * i / steps, MOUSE_LEFT);
     }
 }
