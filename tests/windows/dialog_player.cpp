@@ -49,7 +49,7 @@ static void CALLBACK look(HWND, UINT, UINT_PTR, DWORD) {
     if (HIWORD(GetQueueStatus(QS_POSTMESSAGE | QS_KEY)) != 0)
         return; // the last step is not over
     if (player->gave_up || player->done()) {
-        if (++player->idle_looks > LOOKS_BEFORE_CANCEL)
+        if (player->steps.empty() || ++player->idle_looks > LOOKS_BEFORE_CANCEL)
             cancel_all();
         return;
     }
