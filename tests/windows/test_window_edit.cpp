@@ -54,13 +54,19 @@ static LPARAM corner() {
 
 // ---- dragging
 
+// Moves count while the window is in front; the window manager may still be busy with the last one.
+static void move_to(LPARAM place, WPARAM buttons) {
+    SetForegroundWindow(hWnd);
+    SendMessageA(hWnd, WM_MOUSEMOVE, buttons, place);
+}
+
 TEST_F(WindowEditTest, an_object_is_dragged_by_the_mouse_and_ctrl_z_brings_it_back) {
     ASSERT_EQ(APP_EDIT, app_mode);
     post(WM_LBUTTONDOWN, MK_LBUTTON, middle());
     EXPECT_EQ(hWnd, GetCapture());
     EXPECT_EQ(GRAB_GRABBED, node[0].grab_state);
     for (int step = 1; step <= 10; step++)
-        post(WM_MOUSEMOVE, MK_LBUTTON, middle(10 * step, -5 * step));
+        move_to(middle(10 * step, -5 * step), MK_LBUTTON);
     post(WM_LBUTTONUP, 0, middle(100, -50));
     EXPECT_EQ(nullptr, GetCapture());
     EXPECT_GT(node[0].x, 1.0f);
@@ -88,7 +94,7 @@ static void lose_the_focus() {
 }
 
 static void lose_the_release() {
-    SendMessageA(hWnd, WM_MOUSEMOVE, 0, middle(60));
+    move_to(middle(60), 0);
 }
 
 // As a message box of another thread or the system does.
@@ -102,13 +108,13 @@ TEST_F(WindowEditTest, a_drag_that_is_cut_short_leaves_the_object_where_it_is_an
         undo_reset();
         post(WM_LBUTTONDOWN, MK_LBUTTON, middle());
         ASSERT_EQ(GRAB_GRABBED, node[0].grab_state);
-        post(WM_MOUSEMOVE, MK_LBUTTON, middle(60));
+        move_to(middle(60), MK_LBUTTON);
         const float x = node[0].x;
         EXPECT_GT(x, 0.5f);
         lose();
         EXPECT_NE(GRAB_GRABBED, node[0].grab_state);
         EXPECT_EQ(nullptr, GetCapture());
-        post(WM_MOUSEMOVE, MK_LBUTTON, middle(90));
+        move_to(middle(90), MK_LBUTTON);
         EXPECT_EQ(x, node[0].x);
         EXPECT_EQ(1, undo_total);
         undo_pop();
@@ -138,7 +144,7 @@ TEST_F(WindowEditTest, the_command_is_for_the_place_of_the_right_click_wherever_
     player.passes_on = true;
     const auto choose = player.choose(COMMAND_DRAW_LINK);
     player.steps = {[&] {
-        SendMessageA(hWnd, WM_MOUSEMOVE, 0, corner());
+        move_to(corner(), 0);
         choose();
     }};
     player.play([] { post(WM_RBUTTONDOWN, MK_RBUTTON, middle()); });
@@ -178,7 +184,7 @@ static void hold_key(BYTE code, bool down) {
 }
 
 TEST_F(WindowEditTest, shift_f10_opens_the_menu_of_the_object_under_the_mouse) {
-    post(WM_MOUSEMOVE, 0, middle());
+    move_to(middle(), 0);
     pre_dialog_mouse = {0, 0};
     MenuPlayer player;
     UINT align = 0;
@@ -223,7 +229,7 @@ TEST_F(WindowEditTest, keys_let_go_of_while_alt_is_down_count_as_up) {
 }
 
 TEST_F(WindowEditTest, alt_gr_pressed_and_let_go_of_leaves_no_control_key_behind) {
-    post(WM_MOUSEMOVE, 0, middle());
+    move_to(middle(), 0);
     SetFocus(hWnd);
     handle_messages();
     keybd_event(VK_LCONTROL, 0x1d, 0, 0);
