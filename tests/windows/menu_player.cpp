@@ -49,6 +49,12 @@ static LRESULT CALLBACK watch(HWND window, UINT message, WPARAM wparam, LPARAM l
         if (!player->passes_on)
             return 0;
         break;
+    case WM_DRAWITEM:
+        player->drawn.insert(reinterpret_cast<const DRAWITEMSTRUCT *>(lparam)->itemData);
+        break;
+    case WM_PAINT: // without the scene behind the menu, which takes longer to draw than all menus
+        ValidateRect(window, nullptr);
+        return 0;
     case WM_TIMER:
         EndMenu();
         return 0;

@@ -5,12 +5,14 @@
 #include <windows.h>
 
 #include <functional>
+#include <set>
 #include <vector>
 
 struct MenuPlayer {
     HMENU menu = nullptr;         // the one shown, null = none has been shown yet
     std::vector<int> commands;    // ids that the main window was sent
     std::vector<UINT> highlights; // entry highlighted at each step, by position; UINT_MAX = none
+    std::set<ULONG_PTR> drawn;    // item data of the entries drawn
 
     // Watches the main window until the end of its life.
     explicit MenuPlayer(std::vector<std::function<void()>> wanted_steps = {});

@@ -338,18 +338,31 @@ static std::ostream &operator<<(std::ostream &out, const Counts &shown) {
     return out;
 }
 
-// Opens menus of all types by turns, highlights entries in each and opens its last submenu.
+// Opens menus of all types by turns, highlights entries in each and opens its submenu. All entries
+// of both are drawn.
 static void open_and_close(int menus, std::int32_t server, std::int32_t games, std::int32_t label) {
     const struct {
         int type;
         std::int32_t node;
-    } kinds[] = {{MENU_PAGE, -1},      {MENU_ACTION, server},      {MENU_ACTION, games},
-                 {MENU_EDIT_PAGE, -1}, {MENU_EDIT_OBJECT, server}, {MENU_EDIT_LABEL, label}};
+        std::size_t keys_up; // the entry highlighted last, from the end of the menu
+        int submenu_entries; // that it opens
+    } kinds[] = {{MENU_PAGE, -1, 1, 0},
+                 {MENU_ACTION, server, 1, 1},
+                 {MENU_ACTION, games, 1, 0},
+                 {MENU_EDIT_PAGE, -1, 3, 10},
+                 {MENU_EDIT_OBJECT, server, 1, 0},
+                 {MENU_EDIT_LABEL, label, 1, 0}};
     for (int i = 0; i < menus; i++) {
         const auto &kind = kinds[static_cast<std::size_t>(i) % std::size(kinds)];
-        MenuPlayer player({key(VK_UP), key(VK_RIGHT)});
+        int entries = kind.submenu_entries;
+        MenuPlayer player(Steps(kind.keys_up, key(VK_UP)));
+        player.steps.push_back([&] {
+            entries += GetMenuItemCount(player.menu);
+            press_key(VK_RIGHT);
+        });
         player.show(kind.type, kind.node);
         ASSERT_NE(nullptr, player.menu);
+        ASSERT_EQ(entries, static_cast<int>(player.drawn.size())) << kind.type;
     }
 }
 
