@@ -163,6 +163,7 @@ void undo_common_stack_pop(UndoSnapshot *entry) {
     follow_tables(had_template);
     if (transition_objects_enabled())
         scene_node_fade_in_transition();
+    scene_changed = 1; // it may have been saved since the snapshot was taken
     scene_request_redraw();
     reset_frame_timer(); // the pause is not caught up
 }

@@ -448,6 +448,19 @@ TEST_F(UndoRestore, the_page_is_drawn_anew_and_the_main_loop_does_not_catch_up) 
     EXPECT_GE(sys_time_ms, GLIDE - 1);
 }
 
+TEST_F(UndoRestore, a_page_that_was_saved_meanwhile_is_to_be_saved_again) {
+    delete_node(0);
+    scene_changed = 0; // saved
+    undo_pop();
+    EXPECT_EQ(scene_changed, 1);
+    scene_changed = 0;
+    redo_pop();
+    EXPECT_EQ(scene_changed, 1);
+    scene_changed = 0;
+    redo_pop(); // there is nothing more to redo
+    EXPECT_EQ(scene_changed, 0);
+}
+
 TEST_F(UndoRestore, what_reappears_is_seen) {
     orvanel_options.reflections = 0;
     const WindowPoint centre = stage_window_point(0.0f, 0.0f, 10.0f);
