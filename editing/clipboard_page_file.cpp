@@ -13,9 +13,10 @@
 static constexpr std::size_t PATH_LENGTH = PATH_SIZE - 1;
 static constexpr std::int32_t LAST_COPY = 1000; // taken even when there is such a file
 
-// Cuts the text where the first occurrence of a part begins; false when there is none.
-static bool cut_at(std::string *text, const char *part) {
-    const std::size_t found = text->find(part);
+// Cuts the text where the first occurrence of a part begins, searched from a position on; false
+// when there is none.
+static bool cut_at(std::string *text, const char *part, std::size_t from = 0) {
+    const std::size_t found = text->find(part, from);
     if (found == std::string::npos)
         return false;
     text->resize(found);
@@ -34,12 +35,14 @@ struct CopyName {
     const char *extension;
 };
 
-// Copies of copies are numbered with the others.
+// Copies of copies are numbered with the others. The folder's own name is left alone: a copy stands
+// next to its original.
 static CopyName copy_name(const char *file_name) {
     CopyName name = {file_name, ".orvl"};
-    if (!cut_at(&name.stem, ".orvl") && cut_at(&name.stem, ".xml"))
+    const std::size_t folder = name.stem.rfind('\\') + 1; // npos + 1 is 0
+    if (!cut_at(&name.stem, ".orvl", folder) && cut_at(&name.stem, ".xml", folder))
         name.extension = ".xml";
-    cut_at(&name.stem, "_copy_");
+    cut_at(&name.stem, "_copy_", folder);
     name.stem += "_copy_";
     return name;
 }

@@ -81,6 +81,18 @@ TEST_F(ClipboardPageFile, a_page_named_by_its_full_path_is_copied_next_to_itself
     EXPECT_FALSE(file_exists(folder.file("games_copy_1.orvl").c_str()));
 }
 
+TEST_F(ClipboardPageFile, it_stays_next_to_its_original_whatever_the_folder_is_called) {
+    TestFolder elsewhere;
+    for (const char *name : {"old_copy_of", "all.orvl.pages", "all.xml.pages"}) {
+        ASSERT_EQ(folder_create(elsewhere.file(name).c_str()), 0);
+        const std::string original = std::string(name) + "\\games_copy_7.orvl";
+        const std::string copy = std::string(name) + "\\games_copy_1.orvl";
+        const std::string path = elsewhere.write(original.c_str(), name);
+        EXPECT_EQ(file_of(paste_copy_of("Games", path.c_str())), elsewhere.file(copy.c_str()));
+        EXPECT_EQ(elsewhere.read(copy.c_str()), name);
+    }
+}
+
 TEST_F(ClipboardPageFile, a_folder_of_the_wanted_name_is_passed_over) {
     folder.write("games.orvl", "the games");
     ASSERT_EQ(folder_create(folder.file("games_copy_1.orvl").c_str()), 0);
