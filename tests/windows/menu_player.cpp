@@ -52,7 +52,7 @@ static LRESULT CALLBACK watch(HWND window, UINT message, WPARAM wparam, LPARAM l
     case WM_DRAWITEM:
         player->drawn.insert(reinterpret_cast<const DRAWITEMSTRUCT *>(lparam)->itemData);
         break;
-    case WM_PAINT: // without the scene behind the menu, which takes longer to draw than all menus
+    case WM_PAINT: // not the scene behind the menu: it takes longer to draw than any menu
         ValidateRect(window, nullptr);
         return 0;
     case WM_TIMER:

@@ -14,7 +14,7 @@ struct MenuPlayer {
     std::vector<UINT> highlights; // entry highlighted at each step, by position; UINT_MAX = none
     std::set<ULONG_PTR> drawn;    // item data of the entries drawn
 
-    // Watches the main window until the end of its life.
+    // Watches the main window until the end of its life; meanwhile the scene is not painted.
     explicit MenuPlayer(std::vector<std::function<void()>> wanted_steps = {});
     ~MenuPlayer();
     MenuPlayer(const MenuPlayer &) = delete;
