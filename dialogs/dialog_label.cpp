@@ -7,16 +7,12 @@
 #include "platform/win32/window_attach.h"
 #include "resources/resource_ids.h"
 
-// Returns FALSE: the focus has been set.
-static INT_PTR open(HWND dialog) {
+static void open(HWND dialog) {
     dialog_center_on_parent(static_cast<HWND>(window_attached()), dialog);
     SetWindowTextA(dialog, dialog_label_title());
     const HWND edit = GetDlgItem(dialog, RESOURCE_LABEL_TEXT);
     page_text_edit_attach(edit, NODE_DESCRIPTION_LENGTH);
     SetWindowTextA(edit, dialog_label_text());
-    SendMessageA(edit, EM_SETSEL, 0, -1);
-    SetFocus(edit);
-    return FALSE;
 }
 
 static void accept(HWND dialog) {
@@ -42,7 +38,8 @@ static INT_PTR handle_command(HWND dialog, int id) {
 static INT_PTR CALLBACK dialog_edit_label(HWND dialog, UINT message, WPARAM wparam, LPARAM) {
     switch (message) {
     case WM_INITDIALOG:
-        return open(dialog);
+        open(dialog);
+        return TRUE; // the edit gets the focus, its text selected
     case WM_COMMAND:
         return handle_command(dialog, LOWORD(wparam));
     default:
