@@ -4,6 +4,7 @@
 #include "app/held_models.h"
 #include "app/startup.h"
 #include "assets/model.h"
+#include "dialogs/model_viewer.h"
 #include "page/node.h"
 #include "platform/console.h"
 #include "platform/text.h"
@@ -38,7 +39,10 @@ int main_window_register(HINSTANCE instance) {
     window_class.hCursor = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW));
     window_class.hbrBackground = static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH));
     window_class.lpszClassName = MAIN_WINDOW_CLASS;
-    return RegisterClassExA(&window_class) != 0 ? 0 : 1;
+    if (RegisterClassExA(&window_class) == 0)
+        return 1;
+    model_viewer_init();
+    return 0;
 }
 
 int main_window_create() {

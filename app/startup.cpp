@@ -3,6 +3,7 @@
 #include "actions/menu.h"
 #include "actions/misc.h"
 #include "assets/model.h"
+#include "assets/object_files.h"
 #include "dialogs/rules/dialog_page_rules.h"
 #include "dialogs/splash_screen.h"
 #include "editing/clipboard.h"
@@ -202,6 +203,8 @@ void startup_modules() {
     clipboard_init();
     undo_init();
     dialog_page_init();
+    object_files_init();
+    object_files_background_load();
     console_printf("exe location:  '%s'", exe_location);
     console_printf("obj location:  '%s'", object_dir_location);
     console_printf("template location: '%s'", page_template_dir_location);
@@ -235,6 +238,7 @@ void startup_report_page(std::uint32_t result) {
 }
 
 void startup_stop_modules() {
+    object_files_stop();
     undo_stop();
     clipboard_stop();
     scene_stop();

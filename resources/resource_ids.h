@@ -32,14 +32,14 @@
 #define RESOURCE_MENU_OPTIONS 259
 #define RESOURCE_MENU_SUBMENU 262
 
-// The floor of the model preview.
+// The model preview (bitmaps.rc, dialogs.rc).
 #define RESOURCE_VIEWER_FLOOR 222
+#define RESOURCE_CURSOR_TURN 227    // over a model that can be turned
+#define RESOURCE_CURSOR_TURNING 229 // while it is held
 
 // What the program alone needs (orvanel.rc).
 #define RESOURCE_ICON 101
-#define RESOURCE_SPLASH 112         // bitmap, 478 x 288
-#define RESOURCE_CURSOR_TURN 227    // over a model that can be turned
-#define RESOURCE_CURSOR_TURNING 229 // while it is held
+#define RESOURCE_SPLASH 112 // bitmap, 478 x 288
 
 // The "3D Model" group of the object and page dialogs (dialogs/model_chooser.h).
 #define RESOURCE_MODEL_VIEWER 1001

@@ -83,6 +83,23 @@ TEST(Files, a_missing_file_a_folder_and_a_file_over_the_limit_are_unreadable) {
     EXPECT_EQ("0123456789", bytes_of(ten.c_str(), 10));
 }
 
+static std::string beginning_of(const char *path, std::size_t size) {
+    std::vector<char> target(size);
+    const long long got = file_read_start(path, target);
+    return got < 0 ? "unreadable" : std::string(target.data(), static_cast<std::size_t>(got));
+}
+
+TEST(Files, the_beginning_of_a_file_is_read_as_far_as_there_is_room) {
+    TestFolder folder;
+    const std::string ten = folder.write("ten", "0123456789");
+    EXPECT_EQ("0123", beginning_of(ten.c_str(), 4));
+    EXPECT_EQ("0123456789", beginning_of(ten.c_str(), 10));
+    EXPECT_EQ("0123456789", beginning_of(ten.c_str(), 100));
+    EXPECT_EQ("", beginning_of(folder.write("empty", "").c_str(), 4));
+    EXPECT_EQ("unreadable", beginning_of(folder.file("missing").c_str(), 4));
+    EXPECT_EQ("unreadable", beginning_of(folder.path, 4));
+}
+
 TEST(Files, files_and_folders_are_told_apart) {
     TestFolder folder;
     const std::string file = folder.write("file", "abc");

@@ -1,11 +1,13 @@
 #include "app/startup.h"
 
 #include "assets/model.h"
+#include "assets/object_files.h"
 #include "editing/clipboard.h"
 #include "editing/undo.h"
 #include "page/options.h"
 #include "platform/locations.h"
 #include "platform/text.h"
+#include "platform/thread.h"
 #include "scene/interaction.h"
 #include "scene/scene.h"
 #include "scene/scene_page.h"
@@ -423,4 +425,13 @@ TEST_F(FirstPages, nothing_is_renamed_where_a_new_home_page_stands_or_no_old_one
     EXPECT_EQ("old", pages.read("home.xml"));
     EXPECT_TRUE(file_exists(pages.file("sub.xml").c_str()));
     EXPECT_EQ("new", pages.read("home.orvl"));
+}
+
+TEST_F(FirstPages, the_models_are_catalogued_in_the_background_and_no_model_was_used_last) {
+    EXPECT_EQ(-1, last_host_model_used);
+    EXPECT_EQ(-1, last_page_model_used);
+    EXPECT_FALSE(object_files_loaded());
+    for (int i = 0; i < 3000 && !object_files_loaded(); i++)
+        thread_sleep(10);
+    EXPECT_TRUE(object_files_loaded());
 }

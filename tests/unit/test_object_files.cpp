@@ -1,0 +1,305 @@
+#include "assets/object_files.h"
+
+#include "assets/model.h"
+#include "platform/locations.h"
+#include "platform/text.h"
+#include "platform/thread.h"
+#include "tests/support/test_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+struct ObjectFilesTest : testing::Test {
+    TestFolder folder;
+
+    ObjectFilesTest() {
+        text_copy(object_dir_location, folder.path);
+        object_files_init();
+    }
+    ~ObjectFilesTest() override {
+        object_files_stop();
+    }
+    // The entry of a file with these first lines.
+    const ObjectFile *scanned(const char *file, const std::string &bytes) {
+        folder.write(file, bytes);
+        object_files_init();
+        object_files_load();
+        const std::int32_t id = object_files_get_id_from_file(file);
+        return id != OBJECT_NONE ? &object_files[id] : nullptr;
+    }
+};
+
+static std::string category_of(const ObjectFile *entry) {
+    return object_catagory[entry->category];
+}
+
+// ---- what a file's first lines give
+
+TEST_F(ObjectFilesTest, a_file_without_tags_is_listed_under_its_file_name_in_misc) {
+    const ObjectFile *entry = scanned("printer.obj", "# a model\nv 1 2 3\n\n\n\n");
+    ASSERT_NE(entry, nullptr);
+    EXPECT_STREQ(entry->name, "printer");
+    EXPECT_EQ(entry->category, CATAGORY_MISC);
+    EXPECT_STREQ(entry->file, "printer.obj");
+    EXPECT_EQ(entry->path, folder.file("printer.obj"));
+}
+
+TEST_F(ObjectFilesTest, the_tags_give_name_and_category) {
+    for (const char *line_end : {"\n", "\r\n"}) {
+        const std::string end = line_end;
+        const ObjectFile *entry =
+            scanned("p.obj", "#name:Printer" + end + "#category:Devices" + end + "v 1 2 3" + end);
+        ASSERT_NE(entry, nullptr);
+        EXPECT_STREQ(entry->name, "Printer");
+        EXPECT_EQ(category_of(entry), "Devices");
+    }
+}
+
+TEST_F(ObjectFilesTest, the_misspelt_category_tag_counts_as_well) {
+    EXPECT_EQ(category_of(scanned("p.obj", "#catagory:Devices\n")), "Devices");
+}
+
+TEST_F(ObjectFilesTest, the_tags_may_come_in_either_order_and_within_the_first_five_lines) {
+    const ObjectFile *entry = scanned("p.obj", "#\n#\n#\n#category:Devices\n#name:Printer\n");
+    EXPECT_STREQ(entry->name, "Printer");
+    EXPECT_EQ(category_of(entry), "Devices");
+}
+
+TEST_F(ObjectFilesTest, a_tag_in_the_sixth_line_comes_too_late) {
+    const ObjectFile *entry = scanned("p.obj", "#\n#\n#\n#category:Devices\n#\n#name:Printer\n");
+    EXPECT_STREQ(entry->name, "p");
+    EXPECT_EQ(category_of(entry), "Devices");
+}
+
+TEST_F(ObjectFilesTest, after_two_tags_no_further_line_is_read) {
+    const ObjectFile *entry = scanned("p.obj", "#name:One\n#name:Two\n#category:Devices\n");
+    EXPECT_STREQ(entry->name, "Two");
+    EXPECT_EQ(entry->category, CATAGORY_MISC);
+}
+
+TEST_F(ObjectFilesTest, a_tag_that_does_not_begin_its_line_is_taken_from_the_usual_place) {
+    EXPECT_STREQ(scanned("p.obj", "abcdefgh #name:x\n")->name, "gh #name:x");
+}
+
+TEST_F(ObjectFilesTest, a_name_longer_than_20_characters_is_cut_to_20) {
+    EXPECT_STREQ(scanned("p.obj", "#name:12345678901234567890and more\n")->name,
+                 "12345678901234567890");
+    EXPECT_STREQ(scanned("a_file_name_beyond_twenty_characters.obj", "")->name,
+                 "a_file_name_beyond_t");
+}
+
+TEST_F(ObjectFilesTest, a_last_line_without_its_end_counts) {
+    EXPECT_STREQ(scanned("p.obj", "#name:Printer")->name, "Printer");
+}
+
+TEST_F(ObjectFilesTest, files_that_are_odd_inside_are_listed_all_the_same) {
+    EXPECT_STREQ(scanned("empty.obj", "")->name, "empty");
+    EXPECT_STREQ(scanned("zero.obj", std::string("#name:a\0b\n", 10))->name, "a");
+    EXPECT_STREQ(scanned("bare.obj", "#name:\n")->name, "");
+    EXPECT_STREQ(scanned("cr.obj", "#name:one\rtwo\n")->name, "one");
+    EXPECT_STREQ(scanned("long.obj", std::string(100'000, 'x'))->name, "long");
+    EXPECT_STREQ(scanned("short.obj", "#categor")->name, "short");
+}
+
+TEST_F(ObjectFilesTest, a_line_of_more_than_999_characters_counts_as_several) {
+    const std::string line(999, 'x');
+    EXPECT_STREQ(scanned("four.obj", line + line + line + line + "#name:Printer\n")->name,
+                 "Printer");
+    EXPECT_STREQ(scanned("five.obj", line + line + line + line + line + "#name:P\n")->name, "five");
+}
+
+// ---- the tables
+
+TEST_F(ObjectFilesTest, the_built_in_model_comes_first_and_needs_no_file) {
+    object_files_load();
+    EXPECT_EQ(object_files_total, 1);
+    EXPECT_STREQ(object_files[OBJECT_DEFAULT].name, "Default");
+    EXPECT_STREQ(object_files[OBJECT_DEFAULT].file, "");
+    EXPECT_STREQ(object_files[OBJECT_DEFAULT].path, "");
+    EXPECT_EQ(object_files[OBJECT_DEFAULT].category, 0);
+    model_init();
+    EXPECT_EQ(model_return_model_id(object_files[OBJECT_DEFAULT].file), 0);
+    model_unload_models();
+}
+
+TEST_F(ObjectFilesTest, all_and_misc_are_always_there) {
+    object_files_load();
+    EXPECT_EQ(object_catagory_total, 2);
+    EXPECT_STREQ(object_catagory[0], "All");
+    EXPECT_STREQ(object_catagory[1], "Misc");
+}
+
+TEST_F(ObjectFilesTest, a_folder_that_is_missing_gives_the_built_in_model_alone) {
+    text_copy(object_dir_location, folder.file("missing\\").c_str());
+    object_files_load();
+    EXPECT_TRUE(object_files_loaded());
+    EXPECT_EQ(object_files_total, 1);
+}
+
+TEST_F(ObjectFilesTest, only_model_files_are_listed_and_no_folders) {
+    folder.write("a.obj", "");
+    folder.write("a.mtl", "");
+    folder.write("b.obj.txt", "");
+    folder_create(folder.file("folder.obj").c_str());
+    object_files_load();
+    EXPECT_EQ(object_files_total, 2);
+}
+
+TEST_F(ObjectFilesTest, the_31st_distinct_category_is_filed_under_misc) {
+    for (int i = 0; i < 29; i++) { // "All" and "Misc" are two more
+        const std::string number = std::to_string(i);
+        folder.write((number + ".obj").c_str(), "#category:" + number + "\n");
+    }
+    object_files_load();
+    EXPECT_EQ(object_catagory_total, 30);
+    int misc = 0;
+    for (std::int32_t i = 1; i < object_files_total; i++)
+        misc += object_files[i].category == CATAGORY_MISC ? 1 : 0;
+    EXPECT_EQ(misc, 1);
+    EXPECT_EQ(object_catagory_get_id("one more"), CATAGORY_MISC);
+    EXPECT_EQ(object_catagory_get_id(object_catagory[29]), 29); // those there are still found
+    EXPECT_EQ(object_catagory_total, 30);
+}
+
+TEST_F(ObjectFilesTest, categories_are_told_apart_exactly) {
+    object_files_load();
+    EXPECT_EQ(object_catagory_get_id("All"), 0);
+    EXPECT_EQ(object_catagory_get_id("Misc"), 1);
+    EXPECT_EQ(object_catagory_get_id("misc"), 2);
+    EXPECT_EQ(object_catagory_get_id("misc"), 2);
+}
+
+TEST_F(ObjectFilesTest, a_category_longer_than_20_characters_is_cut_and_stays_one) {
+    object_files_load();
+    EXPECT_EQ(object_catagory_get_id("12345678901234567890 and more"), 2);
+    EXPECT_STREQ(object_catagory[2], "12345678901234567890");
+    EXPECT_EQ(object_catagory_get_id("12345678901234567890 and more"), 2);
+}
+
+TEST_F(ObjectFilesTest, names_are_looked_up_ignoring_case_and_files_exactly) {
+    folder.write("Printer.obj", "#name:Big Printer\n");
+    object_files_load();
+    EXPECT_EQ(object_files_get_id_from_name("bIG pRINTER"), 1);
+    EXPECT_EQ(object_files_get_id_from_name("printer"), OBJECT_NONE);
+    EXPECT_EQ(object_files_get_id_from_name("DEFAULT"), 0);
+    EXPECT_EQ(object_files_get_id_from_file("Printer.obj"), 1);
+    EXPECT_EQ(object_files_get_id_from_file("printer.obj"), OBJECT_NONE);
+    EXPECT_EQ(object_files_get_id_from_file(""), 0);
+}
+
+TEST_F(ObjectFilesTest, a_full_table_takes_no_more_files) {
+    for (std::int32_t i = 0; i < OBJECT_FILES_CAPACITY + 5; i++)
+        folder.write((std::to_string(i) + ".obj").c_str(), "");
+    object_files_load();
+    EXPECT_EQ(object_files_total, OBJECT_FILES_CAPACITY);
+}
+
+TEST_F(ObjectFilesTest, the_shipped_models_all_have_a_name_and_a_category) {
+    text_copy(object_dir_location, ORVANEL_SOURCE_DIR "/models/");
+    object_files_load();
+    EXPECT_GT(object_files_total, 20);
+    EXPECT_NE(object_files_get_id_from_file("page_orvanel.obj"), OBJECT_NONE);
+    for (std::int32_t i = 1; i < object_files_total; i++) {
+        EXPECT_NE(object_files[i].category, CATAGORY_MISC) << object_files[i].file;
+        EXPECT_EQ(object_files_get_id_from_name(object_files[i].name), i) << object_files[i].name;
+    }
+}
+
+// ---- the scan on its thread
+
+TEST_F(ObjectFilesTest, loading_again_after_a_finished_scan_does_nothing) {
+    folder.write("a.obj", "");
+    object_files_load();
+    EXPECT_TRUE(object_files_loaded());
+    folder.write("b.obj", "");
+    object_files_load();
+    EXPECT_EQ(object_files_total, 2);
+}
+
+TEST_F(ObjectFilesTest, the_background_scan_begins_by_itself_and_finishes) {
+    folder.write("a.obj", "#name:A\n");
+    object_files_background_load();
+    EXPECT_FALSE(object_files_loaded());
+    for (int i = 0; i < 3000 && !object_files_loaded(); i++)
+        thread_sleep(10);
+    ASSERT_TRUE(object_files_loaded());
+    EXPECT_EQ(object_files_get_id_from_name("a"), 1);
+}
+
+TEST_F(ObjectFilesTest, whoever_loads_while_a_scan_runs_waits_for_its_end) {
+    for (int i = 0; i < 400; i++)
+        folder.write((std::to_string(i) + ".obj").c_str(), "#name:A\n#category:B\n");
+    object_files_background_load();
+    while (object_files_loaded_flag == CATALOGUE_NOT_STARTED)
+        thread_sleep(0);
+    object_files_load();
+    EXPECT_TRUE(object_files_loaded());
+    EXPECT_EQ(object_files_total, 401);
+}
+
+TEST_F(ObjectFilesTest, whoever_loads_before_the_scan_begins_scans_and_the_thread_does_not) {
+    folder.write("a.obj", "");
+    object_files_background_load();
+    object_files_load();
+    EXPECT_TRUE(object_files_loaded());
+    folder.write("b.obj", "");
+    thread_sleep(700);
+    object_files_stop();
+    EXPECT_EQ(object_files_total, 2);
+}
+
+TEST_F(ObjectFilesTest, the_folder_of_the_models_can_be_read_while_the_scan_runs) {
+    for (int i = 0; i < 100; i++)
+        folder.write((std::to_string(i) + ".obj").c_str(), "");
+    object_files_background_load();
+    while (!object_files_loaded())
+        ASSERT_STREQ(object_dir_location, folder.path);
+    EXPECT_STREQ(object_dir_location, folder.path);
+}
+
+TEST_F(ObjectFilesTest, the_program_may_end_before_during_and_after_the_scan) {
+    for (int i = 0; i < OBJECT_FILES_CAPACITY; i++)
+        folder.write((std::to_string(i) + ".obj").c_str(), "#name:A\n#category:B\n");
+    object_files_background_load();
+    object_files_stop(); // before
+    EXPECT_EQ(object_files_loaded_flag, CATALOGUE_NOT_STARTED);
+    object_files_init();
+    object_files_background_load();
+    while (object_files_loaded_flag == CATALOGUE_NOT_STARTED)
+        thread_sleep(0);
+    object_files_stop(); // during
+    EXPECT_NE(object_files_loaded_flag, CATALOGUE_RUNNING);
+    object_files_init();
+    object_files_background_load();
+    object_files_load();
+    object_files_stop(); // after
+    EXPECT_TRUE(object_files_loaded());
+    object_files_stop();
+}
+
+TEST_F(ObjectFilesTest, a_scan_that_was_given_up_can_be_made_anew) {
+    folder.write("a.obj", "");
+    object_files_background_load();
+    object_files_stop();
+    object_files_init();
+    object_files_load();
+    EXPECT_EQ(object_files_total, 2);
+}
+
+TEST_F(ObjectFilesTest, at_start_no_model_has_been_used_last) {
+    last_host_model_used = 3;
+    last_page_model_used = 4;
+    object_files_init();
+    EXPECT_EQ(last_host_model_used, -1);
+    EXPECT_EQ(last_page_model_used, -1);
+}
+
+TEST_F(ObjectFilesTest, a_folder_that_nobody_has_told_is_the_one_beside_the_program) {
+    char program[PATH_SIZE];
+    ASSERT_EQ(location_program_file(program, sizeof program), 0);
+    object_dir_location[0] = '\0';
+    object_files_init();
+    const std::string path = program;
+    EXPECT_EQ(object_dir_location, path.substr(0, path.find_last_of('\\') + 1) + "models\\");
+}
