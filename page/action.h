@@ -15,8 +15,8 @@ struct Action {
     std::int32_t menu_slot; // run-time value of the action menu, never stored in a file
 };
 
-// Puts a new record into an empty slot, a command without texts; a slot that holds a record keeps it
-// as it is. The slot stays null when there is no memory.
+// Puts a new record into an empty slot, a command without texts; a slot that holds a record keeps
+// it as it is. The slot stays null when there is no memory.
 void action_allocate_action(Action **slot);
 
 // Copies what the source's type uses: the name of commands and submenus, command and icon of
