@@ -10,6 +10,8 @@ convert=/usr/bin/convert-im6.q16
 button_edge='#3a4758'
 # The same for the menus: between the icon column and the highlighted icon column.
 menu_edge='#d2e2f1'
+# And for the tree of actions, which lies on white.
+tree_edge='#ffffff'
 menu_transparent='#00ff00'
 
 work=$(mktemp -d)
@@ -37,7 +39,11 @@ make_button() { # name
 }
 
 make_menu_picture() { # bitmap, drawing, what rsvg-convert needs besides
-    draw "$2" "$menu_edge" 30% "${@:3}"
+    make_small_picture "$1" "$2" "$menu_edge" "${@:3}"
+}
+
+make_small_picture() { # bitmap, drawing, edge, what rsvg-convert needs besides
+    draw "$2" "$3" 30% "${@:4}"
     $convert "$work/colour.png" -fill "$menu_transparent" -colorize 100 "$work/colour.png" \
         "$work/mask.png" -composite -type TrueColor "BMP3:resources/$1.bmp"
 }
@@ -67,6 +73,10 @@ make_button button_home
 for drawing in resources/artwork/menu_*.svg; do
     name=$(basename "$drawing" .svg)
     make_menu_picture "$name" "$name"
+done
+for drawing in resources/artwork/tree_*.svg; do
+    name=$(basename "$drawing" .svg)
+    make_small_picture "$name" "$name" "$tree_edge"
 done
 make_swatch blue '#16283a' '#2b4f73' '#406182' '#5a7b9c'
 make_swatch gray '#2b2b2b' '#565656' '#676767' '#818181'

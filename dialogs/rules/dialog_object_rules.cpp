@@ -1,5 +1,7 @@
 #include "dialogs/rules/dialog_object_rules.h"
 
+#include "assets/model.h"
+#include "assets/object_files.h"
 #include "dialogs/rules/action_tree.h"
 #include "page/node.h"
 #include "page/options.h"
@@ -9,11 +11,11 @@
 
 std::int32_t dialog_object_node_id = DIALOG_OBJECT_NEW;
 float dialog_object_mouse_x, dialog_object_mouse_y;
-std::int32_t dialog_object_last_model_used = -1;
+std::int32_t &dialog_object_last_model_used = last_host_model_used;
 
 void dialog_object_init() {
     dialog_object_node_id = DIALOG_OBJECT_NEW;
-    dialog_object_last_model_used = -1;
+    dialog_object_last_model_used = OBJECT_NONE;
 }
 
 void dialog_object_set_node(std::int32_t index) {
@@ -68,7 +70,25 @@ std::int32_t dialog_object_apply(const ObjectDetails &details) {
     return id;
 }
 
-void dialog_object_remember_model(std::int32_t index) {
+std::int32_t dialog_object_first_entry() {
+    const bool remembers = orvanel_options.remember_last_model == 1;
+    if (!dialog_object_edits_node() && remembers && dialog_object_last_model_used != OBJECT_NONE)
+        return dialog_object_last_model_used;
+    const Node *source = dialog_object_source();
+    const std::int32_t model = source == nullptr ? 0 : source->model_id;
+    if (model < 0 || model >= models_total)
+        return OBJECT_DEFAULT;
+    const std::int32_t entry = object_files_get_id_from_file(models[model].file_name);
+    return entry == OBJECT_NONE ? OBJECT_DEFAULT : entry;
+}
+
+void dialog_object_remember_entry(std::int32_t entry) {
     if (orvanel_options.remember_last_model == 1)
-        dialog_object_last_model_used = index;
+        dialog_object_last_model_used = entry;
+}
+
+std::int32_t dialog_object_entry_model(std::int32_t entry) {
+    if (entry < 0 || entry >= object_files_total)
+        return 0;
+    return model_return_model_id(object_files[entry].file);
 }

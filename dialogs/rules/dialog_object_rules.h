@@ -11,7 +11,7 @@ inline constexpr std::int32_t DIALOG_OBJECT_NEW = -1;
 extern std::int32_t dialog_object_node_id; // object being edited, DIALOG_OBJECT_NEW = a new one
 extern float dialog_object_mouse_x,
     dialog_object_mouse_y; // where a new object goes, relative to the floor's offset, floor units
-extern std::int32_t dialog_object_last_model_used; // catalogue index, -1 = none
+extern std::int32_t &dialog_object_last_model_used; // last_host_model_used of the catalogue
 
 void dialog_object_init(); // at start-up
 
@@ -39,5 +39,11 @@ struct ObjectDetails {
 // node, or -1 when there is no room for another.
 std::int32_t dialog_object_apply(const ObjectDetails &details);
 
-// Catalogue index to show first in a new object's dialog; keeps index when the options ask for it.
-void dialog_object_remember_model(std::int32_t index);
+// Catalogue index of the model that the dialog shows when it opens: that of the edited object, for
+// a new one the model used last when the options ask for it, else the template's. The catalogue
+// must be loaded.
+std::int32_t dialog_object_first_entry();
+void dialog_object_remember_entry(std::int32_t entry); // when the options ask for it
+
+// Index into models of a catalogue entry's model, which is read on first use.
+std::int32_t dialog_object_entry_model(std::int32_t entry);

@@ -134,6 +134,12 @@ MessageScript::~MessageScript() {
     player = nullptr;
 }
 
+void MessageScript::answer(std::vector<MessageAnswer> answers) {
+    EnterCriticalSection(&player->lock);
+    player->answers.assign(answers.begin(), answers.end());
+    LeaveCriticalSection(&player->lock);
+}
+
 std::vector<ShownMessage> MessageScript::shown() const {
     EnterCriticalSection(&player->lock);
     const std::vector<ShownMessage> copy = player->shown;
@@ -153,6 +159,10 @@ MessageScript::MessageScript(std::vector<MessageAnswer> answers) {
 
 MessageScript::~MessageScript() {
     recorder.answers.clear();
+}
+
+void MessageScript::answer(std::vector<MessageAnswer> answers) {
+    recorder.answers = std::move(answers);
 }
 
 std::vector<ShownMessage> MessageScript::shown() const {

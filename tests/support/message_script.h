@@ -20,5 +20,6 @@ struct MessageScript {
     MessageScript(const MessageScript &) = delete;
     MessageScript &operator=(const MessageScript &) = delete;
 
+    void answer(std::vector<MessageAnswer> answers); // the next boxes, in turn
     std::vector<ShownMessage> shown() const;
 };

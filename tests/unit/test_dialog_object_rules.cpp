@@ -1,6 +1,7 @@
 #include "dialogs/rules/dialog_object_rules.h"
 
 #include "assets/model.h"
+#include "assets/object_files.h"
 #include "dialogs/rules/action_tree.h"
 #include "editing/undo.h"
 #include "page/options.h"
@@ -185,11 +186,62 @@ TEST_F(ObjectRules, a_deleted_action_can_be_undone) {
 
 // ---- the model used last
 
-TEST_F(ObjectRules, the_model_used_last_is_kept_when_the_options_ask_for_it) {
-    orvanel_options.remember_last_model = 0;
-    dialog_object_remember_model(3);
-    EXPECT_EQ(dialog_object_last_model_used, -1);
+// A catalogue of the built-in model and two that the table of models holds as 1 and 2.
+struct ObjectModels : ObjectRules {
+    ObjectModels() {
+        object_files_total = 3;
+        object_files[0] = object_files[1] = object_files[2] = {};
+        text_copy(object_files[1].file, "one.obj");
+        text_copy(object_files[2].file, "two.obj");
+        models_total = 3;
+        models[1] = models[2] = models[0];
+        text_copy(models[1].file_name, "two.obj");
+        text_copy(models[2].file_name, "one.obj");
+    }
+    ~ObjectModels() override {
+        models[1] = models[2] = {};
+        models_total = 1;
+        object_files_total = 0;
+    }
+};
+
+TEST_F(ObjectModels, an_edited_object_opens_with_its_own_model) {
+    stage_add_object("a", 0.0f, 0.0f);
     orvanel_options.remember_last_model = 1;
-    dialog_object_remember_model(3);
-    EXPECT_EQ(dialog_object_last_model_used, 3);
+    dialog_object_remember_entry(2);
+    dialog_object_set_node(0);
+    EXPECT_EQ(dialog_object_first_entry(), OBJECT_DEFAULT);
+    node[0].model_id = 2;
+    EXPECT_EQ(dialog_object_first_entry(), 1);
+    text_copy(models[2].file_name, "gone.obj");
+    EXPECT_EQ(dialog_object_first_entry(), OBJECT_DEFAULT);
+}
+
+TEST_F(ObjectModels, a_new_object_opens_with_the_model_used_last_when_the_options_ask_for_it) {
+    dialog_object_set_node(-1);
+    orvanel_options.remember_last_model = 0;
+    dialog_object_remember_entry(2);
+    EXPECT_EQ(dialog_object_last_model_used, OBJECT_NONE);
+    orvanel_options.remember_last_model = 1;
+    EXPECT_EQ(dialog_object_first_entry(), OBJECT_DEFAULT);
+    dialog_object_remember_entry(2);
+    EXPECT_EQ(dialog_object_first_entry(), 2);
+    orvanel_options.remember_last_model = 0;
+    EXPECT_EQ(dialog_object_first_entry(), OBJECT_DEFAULT);
+}
+
+TEST_F(ObjectModels, a_new_object_opens_with_the_templates_model_otherwise) {
+    stage_add_object("Template", 0.0f, 0.0f);
+    node[0].model_id = 1;
+    template_object_load();
+    dialog_object_set_node(-1);
+    EXPECT_EQ(dialog_object_first_entry(), 2);
+}
+
+TEST_F(ObjectModels, an_entry_is_found_in_the_table_of_models_by_its_file) {
+    EXPECT_EQ(dialog_object_entry_model(0), 0);
+    EXPECT_EQ(dialog_object_entry_model(1), 2);
+    EXPECT_EQ(dialog_object_entry_model(2), 1);
+    EXPECT_EQ(dialog_object_entry_model(-1), 0);
+    EXPECT_EQ(dialog_object_entry_model(3), 0);
 }

@@ -1,0 +1,232 @@
+// The object dialog over the real window, worked by what mouse and keyboard send.
+#include "assets/model.h"
+#include "dialogs/dialog_object_actions.h"
+#include "dialogs/dialogs.h"
+#include "dialogs/model_viewer.h"
+#include "dialogs/rules/action_tree.h"
+#include "dialogs/rules/dialog_object_rules.h"
+#include "page/node.h"
+#include "platform/text.h"
+#include "resources/resource_ids.h"
+#include "scene/scene_floor.h"
+#include "tests/windows/dialog_growth.h"
+#include "tests/windows/dialog_layout.h"
+#include "tests/windows/object_dialog_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+struct ObjectDialog : ObjectDialogTest {};
+
+// ---- opening and closing
+
+TEST_F(ObjectDialog, a_new_object_is_made_of_what_was_entered) {
+    dialog_object_set_node(-1);
+    dialog_object_set_mouse(3.0f, 4.0f);
+    scene_floor.position_x = 10.0f;
+    scene_floor.position_y = 20.0f;
+    EXPECT_EQ(play("New Object",
+                   {
+                       [](HWND) { EXPECT_TRUE(has_focus(details(), RESOURCE_OBJECT_NAME)); },
+                       [](HWND) { type(details(), RESOURCE_OBJECT_NAME, "server"); },
+                       [](HWND) { type(details(), RESOURCE_OBJECT_DESCRIPTION, "cellar"); },
+                       [](HWND dialog) { press(dialog, VK_RETURN); },
+                   }),
+              DIALOG_OK);
+    ASSERT_EQ(node_total, 1);
+    EXPECT_STREQ(node[0].name, "server");
+    EXPECT_STREQ(node[0].description, "cellar");
+    EXPECT_EQ(node[0].x, 13.0f);
+    EXPECT_EQ(node[0].y, 24.0f);
+    EXPECT_EQ(node[0].action_count, 0);
+}
+
+TEST_F(ObjectDialog, cancel_escape_and_the_close_button_change_nothing) {
+    const std::int32_t id = add_object("server", "aB[c]d");
+    const std::vector<Step> ways = {
+        [](HWND dialog) { click(dialog, IDCANCEL); },
+        [](HWND dialog) { press(dialog, VK_ESCAPE); },
+        [](HWND dialog) { PostMessageA(dialog, WM_SYSCOMMAND, SC_CLOSE, 0); },
+    };
+    for (const Step &way : ways) {
+        dialog_object_set_node(id);
+        EXPECT_EQ(play("Object Properties",
+                       {
+                           [](HWND) { type(details(), RESOURCE_OBJECT_NAME, "other"); },
+                           [](HWND dialog) { show_actions(dialog); },
+                           [](HWND) { click(actions(), RESOURCE_ACTION_DELETE); },
+                           way,
+                       }),
+                  DIALOG_CANCEL);
+        EXPECT_STREQ(node[id].name, "server");
+        EXPECT_EQ(node[id].action_count, 4);
+        EXPECT_EQ(node_total, 1);
+    }
+}
+
+TEST_F(ObjectDialog, an_objects_entries_are_shown_and_ok_keeps_them) {
+    const std::int32_t id = add_object("server", "aB[c]d");
+    text_copy(node[id].description, "cellar");
+    dialog_object_set_node(id);
+    EXPECT_EQ(play("Object Properties",
+                   {
+                       [](HWND) {
+                           EXPECT_EQ(shown_text(details(), RESOURCE_OBJECT_NAME), "server");
+                           EXPECT_EQ(shown_text(details(), RESOURCE_OBJECT_DESCRIPTION), "cellar");
+                           EXPECT_EQ(tree_shown(), "aB[c]d");
+                       },
+                       [](HWND dialog) { click(dialog, IDOK); },
+                   }),
+              DIALOG_OK);
+    EXPECT_STREQ(node[id].name, "server");
+    EXPECT_STREQ(node[id].description, "cellar");
+    ASSERT_EQ(node[id].action_count, 4);
+    EXPECT_STREQ(node[id].actions[0]->command, "run a");
+    EXPECT_EQ(node[id].actions[2]->owner, 1);
+}
+
+TEST_F(ObjectDialog, a_name_is_cut_at_30_characters_and_a_description_at_50) {
+    dialog_object_set_node(-1);
+    play("New Object", {
+                           [](HWND) {
+                               SetDlgItemTextA(details(), RESOURCE_OBJECT_NAME,
+                                               std::string(31, 'n').c_str());
+                               SetDlgItemTextA(details(), RESOURCE_OBJECT_DESCRIPTION,
+                                               std::string(51, 'd').c_str());
+                           },
+                           [](HWND dialog) { click(dialog, IDOK); },
+                       });
+    ASSERT_EQ(node_total, 1);
+    EXPECT_EQ(node[0].name, std::string(30, 'n'));
+    EXPECT_EQ(node[0].description, std::string(50, 'd'));
+}
+
+TEST_F(ObjectDialog, no_more_can_be_typed_than_is_kept) {
+    dialog_object_set_node(-1);
+    play("New Object",
+         {
+             [](HWND) {
+                 type(details(), RESOURCE_OBJECT_NAME, std::string(40, 'n').c_str());
+                 EXPECT_EQ(shown_text(details(), RESOURCE_OBJECT_NAME), std::string(30, 'n'));
+                 type(details(), RESOURCE_OBJECT_DESCRIPTION, std::string(60, 'd').c_str());
+                 EXPECT_EQ(shown_text(details(), RESOURCE_OBJECT_DESCRIPTION),
+                           std::string(50, 'd'));
+             },
+         });
+    EXPECT_EQ(node_total, 0);
+}
+
+TEST_F(ObjectDialog, the_model_chosen_becomes_the_objects) {
+    dialog_object_set_node(-1);
+    play("New Object",
+         {
+             [](HWND) { type(details(), RESOURCE_OBJECT_NAME, "printer"); },
+             [](HWND) { click(details(), RESOURCE_MODEL_NEXT); },
+             [](HWND) { EXPECT_EQ(shown_text(details(), RESOURCE_MODEL_NAME), "Printer"); },
+             [](HWND dialog) { click(dialog, IDOK); },
+         });
+    ASSERT_EQ(node_total, 1);
+    EXPECT_STREQ(models[node[0].model_id].file_name, "printer.obj");
+    EXPECT_EQ(node[0].dimensions[EXTENT_LEFT], models[node[0].model_id].min_x);
+    EXPECT_NE(node[0].dimensions[EXTENT_LEFT], models[0].min_x);
+}
+
+// ---- tabs
+
+TEST_F(ObjectDialog, switching_tabs_puts_the_focus_on_the_first_control) {
+    dialog_object_set_node(add_object("server", "ab"));
+    play("Object Properties", {
+                                  [](HWND dialog) { show_actions(dialog); },
+                                  [](HWND) {
+                                      EXPECT_TRUE(has_focus(actions(), RESOURCE_ACTION_TREE));
+                                      EXPECT_TRUE(IsWindowVisible(actions()));
+                                      EXPECT_FALSE(IsWindowVisible(details()));
+                                  },
+                                  [](HWND dialog) { show_details(dialog); },
+                                  [](HWND) {
+                                      EXPECT_TRUE(has_focus(details(), RESOURCE_OBJECT_NAME));
+                                      EXPECT_TRUE(IsWindowVisible(details()));
+                                      EXPECT_FALSE(IsWindowVisible(actions()));
+                                  },
+                              });
+}
+
+TEST_F(ObjectDialog, the_tab_key_goes_through_the_controls_in_reading_order) {
+    dialog_object_set_node(add_object("server", "ab"));
+    std::vector<int> order;
+    std::vector<Step> steps;
+    for (int i = 0; i < 9; i++) {
+        steps.push_back([&order](HWND dialog) {
+            order.push_back(GetDlgCtrlID(GetFocus()));
+            press(dialog, VK_TAB);
+        });
+    }
+    play("Object Properties", steps);
+    const std::vector<int> expected = {RESOURCE_OBJECT_NAME,
+                                       RESOURCE_OBJECT_DESCRIPTION,
+                                       RESOURCE_MODEL_CATEGORY,
+                                       RESOURCE_MODEL_PREVIOUS,
+                                       RESOURCE_MODEL_NAME,
+                                       RESOURCE_MODEL_NEXT,
+                                       IDOK,
+                                       IDCANCEL,
+                                       RESOURCE_OBJECT_TAB};
+    EXPECT_EQ(order, expected);
+}
+
+TEST_F(ObjectDialog, the_arrow_keys_switch_between_the_tabs) {
+    dialog_object_set_node(add_object("server", "ab"));
+    play("Object Properties",
+         {
+             [](HWND dialog) {
+                 SendMessageA(dialog, WM_NEXTDLGCTL,
+                              reinterpret_cast<WPARAM>(GetDlgItem(dialog, RESOURCE_OBJECT_TAB)),
+                              TRUE);
+             },
+             [](HWND dialog) { press(dialog, VK_RIGHT); },
+             [](HWND) { EXPECT_TRUE(has_focus(actions(), RESOURCE_ACTION_TREE)); },
+         });
+}
+
+// ---- what must not go into a page file
+
+TEST_F(ObjectDialog, no_field_takes_a_character_that_would_cut_the_page_file) {
+    dialog_object_set_node(add_object("server", "a"));
+    play("Object Properties",
+         {
+             [](HWND) {
+                 type(details(), RESOURCE_OBJECT_NAME, "a<b");
+                 EXPECT_EQ(shown_text(details(), RESOURCE_OBJECT_NAME), "ab");
+                 type(details(), RESOURCE_OBJECT_DESCRIPTION, "<>");
+                 EXPECT_EQ(shown_text(details(), RESOURCE_OBJECT_DESCRIPTION), ">");
+             },
+             [](HWND dialog) { show_actions(dialog); },
+             [](HWND) {
+                 type(actions(), RESOURCE_ACTION_COMMAND, "x < y");
+                 EXPECT_EQ(shown_text(actions(), RESOURCE_ACTION_COMMAND), "x  y");
+             },
+         });
+}
+
+// ---- layout
+
+TEST_F(ObjectDialog, dialog_and_pages_are_laid_out_well_at_all_resolutions) {
+    model_viewer_init(); // makes the class of the preview known
+    for (const int id :
+         {RESOURCE_DIALOG_OBJECT, RESOURCE_OBJECT_DETAILS, RESOURCE_OBJECT_ACTIONS}) {
+        EXPECT_EQ(dialog_shared_access_keys(id), "") << id;
+        for (const int size : LAYOUT_POINT_SIZES) {
+            for (const std::string &fault : dialog_layout_faults(id, size))
+                ADD_FAILURE() << id << " at " << size << " points: " << fault;
+        }
+    }
+}
+
+// ---- what stays behind
+
+TEST_F(ObjectDialog, leaves_nothing_behind_after_300_openings) {
+    dialog_object_set_node(add_object("server", "aB[cd]e"));
+    expect_no_growth([] { dialog_object_show(); });
+}
