@@ -128,11 +128,12 @@ static void check_text(const Control &control, int point_size, std::vector<std::
         faults->push_back(name_of(control) + " does not fit");
 }
 
+// Pages of tabs need a parent.
 static HWND make_dialog(int template_id, int point_size) {
     const std::vector<char> bytes = template_of_size(template_id, point_size);
     return CreateDialogIndirectParamA(GetModuleHandleA(nullptr),
-                                      reinterpret_cast<LPCDLGTEMPLATEA>(bytes.data()), nullptr,
-                                      do_nothing, 0);
+                                      reinterpret_cast<LPCDLGTEMPLATEA>(bytes.data()),
+                                      GetDesktopWindow(), do_nothing, 0);
 }
 
 std::vector<std::string> dialog_layout_faults(int template_id, int point_size) {
