@@ -4,6 +4,7 @@
 #include "actions/misc.h"
 #include "assets/model.h"
 #include "assets/object_files.h"
+#include "dialogs/rules/dialog_object_rules.h"
 #include "dialogs/rules/dialog_page_rules.h"
 #include "dialogs/splash_screen.h"
 #include "editing/clipboard.h"
@@ -202,6 +203,7 @@ void startup_modules() {
     menu_init();
     clipboard_init();
     undo_init();
+    dialog_object_init();
     dialog_page_init();
     object_files_init();
     object_files_background_load();
