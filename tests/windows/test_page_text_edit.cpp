@@ -1,0 +1,90 @@
+#include "dialogs/page_text_edit.h"
+
+#include <gtest/gtest.h>
+
+#include <commctrl.h>
+
+#include <cstring>
+#include <string>
+
+// An edit field of 10 characters; what tells why a character was refused is counted.
+struct PageTextEdit : testing::Test {
+    HWND parent =
+        CreateWindowA("STATIC", "", WS_POPUP, 0, 0, 200, 40, nullptr, nullptr, nullptr, nullptr);
+    HWND edit = CreateWindowA("EDIT", "", WS_CHILD | ES_AUTOHSCROLL, 0, 0, 200, 20, parent, nullptr,
+                              nullptr, nullptr);
+    int balloons = 0;
+    std::wstring balloon_text;
+
+    PageTextEdit() {
+        page_text_edit_attach(edit, 10);
+        SetWindowSubclass(edit, watch, 99, reinterpret_cast<DWORD_PTR>(this));
+    }
+    ~PageTextEdit() override {
+        RemoveWindowSubclass(edit, watch, 99);
+        DestroyWindow(parent);
+    }
+
+    static LRESULT CALLBACK watch(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
+                                  DWORD_PTR self) {
+        PageTextEdit *test = reinterpret_cast<PageTextEdit *>(self);
+        if (message == EM_SHOWBALLOONTIP) {
+            test->balloons++;
+            test->balloon_text = reinterpret_cast<const EDITBALLOONTIP *>(lparam)->pszText;
+        }
+        return DefSubclassProc(window, message, wparam, lparam);
+    }
+    void type(const char *text) const {
+        for (const char *character = text; *character != '\0'; character++)
+            SendMessageA(edit, WM_CHAR, static_cast<unsigned char>(*character), 1);
+    }
+    void paste(const std::string &text) const {
+        ASSERT_NE(OpenClipboard(parent), 0);
+        EmptyClipboard();
+        const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+        std::memcpy(GlobalLock(memory), text.c_str(), text.size() + 1);
+        GlobalUnlock(memory);
+        SetClipboardData(CF_TEXT, memory);
+        CloseClipboard();
+        SendMessageA(edit, WM_PASTE, 0, 0);
+    }
+    std::string text() const {
+        char held[100];
+        const int length = GetWindowTextA(edit, held, sizeof held);
+        return {held, static_cast<std::size_t>(length)};
+    }
+};
+
+TEST_F(PageTextEdit, a_typed_character_that_cuts_page_files_is_refused_with_the_reason) {
+    type("a<b>c");
+    EXPECT_EQ(text(), "ab>c");
+    EXPECT_EQ(balloons, 1);
+    EXPECT_NE(balloon_text.find(L'<'), std::wstring::npos);
+}
+
+TEST_F(PageTextEdit, it_is_left_out_of_what_is_pasted_with_the_reason) {
+    paste("x<y<z");
+    EXPECT_EQ(text(), "xyz");
+    EXPECT_EQ(balloons, 1);
+}
+
+TEST_F(PageTextEdit, other_text_is_pasted_as_ever) {
+    paste("x > y");
+    EXPECT_EQ(text(), "x > y");
+    EXPECT_EQ(balloons, 0);
+}
+
+TEST_F(PageTextEdit, neither_typing_nor_pasting_goes_beyond_the_limit) {
+    type("123456789012");
+    EXPECT_EQ(text(), "1234567890");
+    SendMessageA(edit, EM_SETSEL, 8, 10);
+    paste("<abcd");
+    EXPECT_EQ(text(), "12345678ab");
+    paste("<more");
+    EXPECT_EQ(text(), "12345678ab");
+}
+
+TEST_F(PageTextEdit, only_the_first_line_is_pasted) {
+    paste("one<\r\ntwo");
+    EXPECT_EQ(text(), "one");
+}
