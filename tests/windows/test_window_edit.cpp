@@ -60,9 +60,15 @@ static void move_to(LPARAM place, WPARAM buttons) {
     SendMessageA(hWnd, WM_MOUSEMOVE, buttons, place);
 }
 
+// Sent, not posted: what the window manager has still to say about the focus comes after the drag.
+static void press(LPARAM place) {
+    SetForegroundWindow(hWnd);
+    SendMessageA(hWnd, WM_LBUTTONDOWN, MK_LBUTTON, place);
+}
+
 TEST_F(WindowEditTest, an_object_is_dragged_by_the_mouse_and_ctrl_z_brings_it_back) {
     ASSERT_EQ(APP_EDIT, app_mode);
-    post(WM_LBUTTONDOWN, MK_LBUTTON, middle());
+    press(middle());
     EXPECT_EQ(hWnd, GetCapture());
     EXPECT_EQ(GRAB_GRABBED, node[0].grab_state);
     for (int step = 1; step <= 10; step++)
@@ -106,7 +112,7 @@ TEST_F(WindowEditTest, a_drag_that_is_cut_short_leaves_the_object_where_it_is_an
     for (void (*lose)() : {lose_to_nobody, lose_the_focus, lose_the_release, lose_to_the_system}) {
         draw();
         undo_reset();
-        post(WM_LBUTTONDOWN, MK_LBUTTON, middle());
+        press(middle());
         ASSERT_EQ(GRAB_GRABBED, node[0].grab_state);
         move_to(middle(60), MK_LBUTTON);
         const float x = node[0].x;
