@@ -9,8 +9,8 @@
 #include <cstdint>
 
 inline constexpr std::int32_t DIALOG_PAGE_NEW = -1;
-inline constexpr std::size_t DIALOG_PAGE_FILE_LENGTH = PATH_SIZE - 1; // characters of a file name
-inline constexpr char DIALOG_PAGE_MODEL[] = "page_orvanel.obj";       // a new page's, to start with
+inline constexpr std::int32_t DIALOG_PAGE_FILE_LENGTH = 260;    // characters of a file name
+inline constexpr char DIALOG_PAGE_MODEL[] = "page_orvanel.obj"; // a new page's, to start with
 
 extern std::int32_t dialog_page_node_id; // page object being edited, DIALOG_PAGE_NEW = a new one
 extern float dialog_page_mouse_x,

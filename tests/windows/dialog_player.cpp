@@ -2,8 +2,9 @@
 
 #include <cstdlib>
 
-static constexpr UINT LOOK_PERIOD = 10;       // milliseconds
-static constexpr int LOOKS_BEFORE_END = 3000; // half a minute without a step
+static constexpr UINT LOOK_PERIOD = 10;           // milliseconds
+static constexpr int LOOKS_BEFORE_END = 3000;     // half a minute without a step
+static constexpr int LOOKS_BEFORE_INACTIVE = 200; // a dialog that is not made the active one
 static constexpr int LOOKS_BEFORE_CANCEL = 10;
 static constexpr char DIALOG_CLASS[] = "#32770";
 
@@ -55,7 +56,8 @@ static void CALLBACK look(HWND, UINT, UINT_PTR, DWORD) {
     }
     const DialogStep step = player->steps[player->next_step];
     const HWND dialog = find_dialog(step.title.c_str());
-    if (dialog == nullptr) {
+    if (dialog == nullptr ||
+        (GetActiveWindow() != dialog && player->idle_looks < LOOKS_BEFORE_INACTIVE)) {
         player->gave_up = ++player->idle_looks > LOOKS_BEFORE_END;
         return;
     }
