@@ -35,6 +35,14 @@ bool command_has_room();
 // Snapshot before a change; what could be redone is past.
 void command_begin_change();
 
+// ---- handlers that open a dialog (commands_dialog.cpp)
+void command_about(std::int32_t id);
+void command_options(std::int32_t id);
+void command_new_object(std::int32_t id);
+void command_new_page(std::int32_t id);
+void command_new_label(std::int32_t id);
+void command_properties(std::int32_t id);
+
 // ---- handlers of the page (commands_page.cpp)
 void command_edit_page(std::int32_t id);
 void command_finish_editing(std::int32_t id);

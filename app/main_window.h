@@ -1,6 +1,8 @@
 // The main window on Windows: its class, its life, and the handles that belong to it.
 #pragma once
 
+#include "app/window_rebuild.h"
+
 #include <windows.h>
 
 extern HINSTANCE hInst; // the program
@@ -19,10 +21,6 @@ void main_window_destroy();
 
 // Repaints at once.
 void main_window_update();
-
-// Makes a changed anti-aliasing option take effect: a window keeps its pixel format for life, so it
-// is made anew and the page loaded into it again. Leaves edit mode.
-void toggle_fsaa();
 
 // Window procedure of the class (window_procedure.cpp).
 LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam);

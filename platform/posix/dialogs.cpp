@@ -1,5 +1,6 @@
 #include "dialogs/dialogs.h"
 
+#include "app/window_rebuild.h"
 #include "dialogs/splash_screen.h"
 #include "platform/posix/recorder.h"
 
@@ -34,4 +35,8 @@ void splash_screen_display() {
 
 void splash_screen_hide() {
     recorder.splash_hides++;
+}
+
+void toggle_fsaa() {
+    recorder.rebuilds++;
 }

@@ -48,8 +48,8 @@ struct Recorder {
     bool chooses_colour; // in the colour chooser, else it is closed without a choice
     RecordedColour colour_choice, colour_offered;
 
-    std::int32_t swaps, invalidations, toggles; // calls so far
-    bool minimised, background;                 // state of the imagined window
+    std::int32_t swaps, invalidations, toggles, rebuilds; // calls so far
+    bool minimised, background;                           // state of the imagined window
     bool mouse_captured;
     bool quit;
     int quit_code;
