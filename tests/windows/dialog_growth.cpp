@@ -11,8 +11,10 @@
 #include <numeric>
 
 static constexpr int WARM_UP = 30; // what is made once and kept
-static constexpr int CYCLES = 300;
-static constexpr long long MEMORY_TOLERANCE = 300 * 1024; // bytes; a kilobyte a cycle
+// The 64-bit program does not ship; it has the same code and is given less time.
+static constexpr int CYCLES = sizeof(void *) == 4 ? 300 : 60;
+static constexpr long long MEMORY_TOLERANCE =
+    300 * 1024; // bytes; a kilobyte a cycle of the 32-bit program
 
 static BOOL CALLBACK count_window(HWND, LPARAM count) {
     ++*reinterpret_cast<int *>(count);
