@@ -8,6 +8,8 @@
 
 static constexpr DWORD TIMEOUT = 20'000; // milliseconds
 static constexpr DWORD STEP = 10;        // milliseconds
+// Milliseconds after which the thread of a splash screen has surely come to its window.
+static constexpr DWORD THREAD_START = 200;
 
 static BOOL CALLBACK look_at(HWND window, LPARAM found) {
     DWORD process = 0;
@@ -28,9 +30,12 @@ static HWND find() {
 
 // The splash screen, or null when it does not come (present) or has gone (not present) in time.
 static HWND wait_for(bool present) {
-    for (DWORD waited = 0; waited < TIMEOUT && (find() != nullptr) != present; waited += STEP)
+    HWND found = find();
+    for (DWORD waited = 0; waited < TIMEOUT && (found != nullptr) != present; waited += STEP) {
         Sleep(STEP);
-    return find();
+        found = find();
+    }
+    return found;
 }
 
 TEST(SplashScreen, It_stands_in_the_middle_of_the_screen_in_the_pictures_size) {
@@ -90,6 +95,7 @@ TEST(SplashScreen, Hiding_it_at_once_keeps_it_from_staying) {
         if (i % 2 == 1)
             Sleep(static_cast<DWORD>(i)); // meets it in other states
         splash_screen_hide();
+        Sleep(THREAD_START);
         EXPECT_EQ(wait_for(false), nullptr);
     }
     splash_screen_hide(); // there is none
