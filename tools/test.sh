@@ -72,7 +72,7 @@ run_fuzzers() {
         [ -x "$fuzzer" ] && [ -f "$fuzzer" ] || continue
         name=${fuzzer##*/fuzz_}
         mkdir -p "build/fuzz/corpus/$name"
-        step "fuzz-$name" "$fuzzer" -max_total_time="$fuzz_seconds" -timeout=10 -rss_limit_mb=4096 \
+        step "fuzz-$name" nice -n 19 "$fuzzer" -max_total_time="$fuzz_seconds" -timeout=10 -rss_limit_mb=4096 \
             -max_len=65536 -dict="fuzz/$name.dict" -artifact_prefix="$reports/fuzz-$name-" \
             -print_final_stats=1 "build/fuzz/corpus/$name" "fuzz/seeds/$name" &
         running=$((running + 1))
@@ -94,8 +94,14 @@ if wants native; then
     say "Core, native, with sanitizers"
     build_step native && run_ctest native "$jobs"
 fi
-# Both at once: most of the time a test waits for windows and clocks.
+# All at once: most of the time a Windows test waits for windows and clocks, and the fuzzers, which
+# run for a fixed time, leave it the processor.
 runners=
+if wants fuzz; then
+    say "Fuzzers, $fuzz_seconds seconds each"
+    (run_fuzzers) &
+    runners=$!
+fi
 for variant in win64 win32; do
     if wants $variant; then
         say "Windows programs under Wine, $variant"
@@ -105,10 +111,6 @@ for variant in win64 win32; do
     fi
 done
 [ -z "$runners" ] || wait $runners
-if wants fuzz; then
-    say "Fuzzers, $fuzz_seconds seconds each"
-    run_fuzzers
-fi
 if wants e2e; then
     # All of it with the program we ship; of the 64-bit one that it starts, hands a page over, runs an
     # action and ends.
