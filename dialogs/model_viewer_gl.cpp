@@ -6,6 +6,7 @@
 #include "page/options.h"
 #include "platform/message.h"
 #include "scene/gl_util.h"
+#include "scene/gl_window.h"
 
 HDC model_viewer_DC;
 HGLRC model_viewer_RC;
@@ -27,18 +28,6 @@ struct ContextTurn {
     ContextTurn &operator=(const ContextTurn &) = delete;
 };
 
-static PIXELFORMATDESCRIPTOR plain_format() {
-    PIXELFORMATDESCRIPTOR format = {};
-    format.nSize = sizeof format;
-    format.nVersion = 1;
-    format.dwFlags = PFD_DRAW_TO_WINDOW | PFD_SUPPORT_OPENGL | PFD_DOUBLEBUFFER;
-    format.iPixelType = PFD_TYPE_RGBA;
-    format.cColorBits = 24;
-    format.cDepthBits = 16;
-    format.iLayerType = PFD_MAIN_PLANE;
-    return format;
-}
-
 static bool uses_main_format() {
     return arbMultisampleSupported == 1 && orvanel_options.good_graphics_card == 1 &&
            orvanel_options.anti_aliasing == 1;
@@ -46,7 +35,7 @@ static bool uses_main_format() {
 
 // What failed, or null when the context was made.
 static const char *make_context(HWND window) {
-    PIXELFORMATDESCRIPTOR format = plain_format();
+    PIXELFORMATDESCRIPTOR format = gl_plain_pixel_format();
     model_viewer_DC = GetDC(window);
     if (model_viewer_DC == nullptr)
         return "Failed to create DC.\n";

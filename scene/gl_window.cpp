@@ -53,7 +53,7 @@ int InitMultisample(HINSTANCE, HWND window, const PIXELFORMATDESCRIPTOR *) {
     return found;
 }
 
-static PIXELFORMATDESCRIPTOR plain_format() {
+PIXELFORMATDESCRIPTOR gl_plain_pixel_format() {
     PIXELFORMATDESCRIPTOR format = {};
     format.nSize = sizeof format;
     format.nVersion = 1;
@@ -95,7 +95,7 @@ static HWND open_window(const char *title, int format_index, HDC *dc, HGLRC *con
     const HWND window = create_window(title);
     if (window == nullptr)
         return nullptr;
-    PIXELFORMATDESCRIPTOR format = plain_format();
+    PIXELFORMATDESCRIPTOR format = gl_plain_pixel_format();
     *dc = GetDC(window);
     SetPixelFormat(*dc, format_index != 0 ? format_index : ChoosePixelFormat(*dc, &format),
                    &format);
@@ -109,7 +109,7 @@ static HWND open_window(const char *title, int format_index, HDC *dc, HGLRC *con
 }
 
 static bool finds_multisampled_format(HWND window) {
-    const PIXELFORMATDESCRIPTOR format = plain_format();
+    const PIXELFORMATDESCRIPTOR format = gl_plain_pixel_format();
     return orvanel_options.good_graphics_card && orvanel_options.anti_aliasing &&
            InitMultisample(GetModuleHandleA(nullptr), window, &format);
 }

@@ -19,3 +19,7 @@ int WGLisExtensionSupported(const char *name);
 
 // 1 when a multisampled format was found (arbMultisampleFormat), else arbMultisampleSupported.
 int InitMultisample(HINSTANCE instance, HWND window, const PIXELFORMATDESCRIPTOR *descriptor);
+
+// What every window of the program asks for that does without multisampling: RGBA, double buffered,
+// 24 bits of colour and 16 of depth.
+PIXELFORMATDESCRIPTOR gl_plain_pixel_format();

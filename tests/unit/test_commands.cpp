@@ -214,7 +214,6 @@ TEST(DeletePageObject, by_the_command_without_the_question_keeps_the_file) {
     EXPECT_EQ(stage.folder.read("sub.orvl"), "sub");
 }
 
-#ifdef _WIN32 // the other system deletes read-only files
 TEST(DeletePageObject, says_so_when_the_file_cannot_be_removed_and_saves_the_page_all_the_same) {
     EditStage stage;
     stage.folder.write("sub.orvl", "sub");
@@ -227,7 +226,6 @@ TEST(DeletePageObject, says_so_when_the_file_cannot_be_removed_and_saves_the_pag
     EXPECT_EQ(scene_changed, 0);
     stage.folder.set_read_only("sub.orvl", false);
 }
-#endif
 
 // ---- clipboard
 
