@@ -10,7 +10,8 @@
 #endif
 
 void real_window_swap_buffers() __asm__(SYMBOL("__real__Z19window_swap_buffersv"));
-void wrap_startup_splash_screen() __asm__(SYMBOL("__wrap__Z22startup_splash_screenv"));
+void real_startup_splash_screen() __asm__(SYMBOL("__real__Z21startup_splash_screenv"));
+void wrap_startup_splash_screen() __asm__(SYMBOL("__wrap__Z21startup_splash_screenv"));
 void wrap_window_swap_buffers() __asm__(SYMBOL("__wrap__Z19window_swap_buffersv"));
 
 void wrap_window_swap_buffers() {
@@ -19,3 +20,7 @@ void wrap_window_swap_buffers() {
 }
 
 void wrap_startup_splash_screen() {}
+
+// Wrapping a function that does not exist does nothing and tells nobody: the function named above
+// has to be there for the program to link.
+[[gnu::used]] static void (*const wrapped_function)() = real_startup_splash_screen;
