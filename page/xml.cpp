@@ -51,52 +51,78 @@ static char *append_without_returns(char *out, const char *from, const char *end
     return out;
 }
 
-// What a file holds beside the bytes that are taken as they are.
-struct Rarities {
-    bool returns;
-    bool terminators;
-};
+// True when the scanner sees a piece that begins so: with a tag that opens neither a declaration
+// nor a comment.
+static bool begins_with_tag(const char *piece, const char *end) {
+    return piece < end && *piece == '<' &&
+           !(end - piece > 1 && (piece[1] == '?' || piece[1] == '!'));
+}
 
-// Appends the part of a piece that the scanner sees: from its first tag on, unless that opens a
-// declaration or a comment, and without line ends and blanks around it.
-static char *append_piece(char *out, const char *piece, const char *end, Rarities rarities) {
+// Appends the part of a piece that the scanner sees: from its first tag on, without line ends and
+// blanks around it. Returns the new end.
+static char *append_piece(char *out, const char *piece, const char *end) {
     // A NUL ends the line for everything behind the line reader.
-    if (rarities.terminators)
-        end = piece + strnlen(piece, static_cast<std::size_t>(end - piece));
+    end = piece + strnlen(piece, static_cast<std::size_t>(end - piece));
     while (piece < end && is_blank(*piece))
         piece++;
-    if (piece == end || *piece != '<')
-        return out;
-    if (end - piece > 1 && (piece[1] == '?' || piece[1] == '!'))
+    if (!begins_with_tag(piece, end))
         return out;
     if (end[-1] == '\n')
         end--;
-    if (rarities.returns) {
-        out = append_without_returns(out, piece, end);
-        while (is_blank(out[-1]))
-            out--;
+    out = append_without_returns(out, piece, end);
+    while (is_blank(out[-1]))
+        out--;
+    return out;
+}
+
+// A line of a file as every writer makes it: blanks, a tag with what follows it, a line end.
+struct PlainLine {
+    const char *begin, *end; // without blanks in front, and without the line end
+    const char *next;        // the line behind it, or null = another kind of line
+};
+
+static PlainLine plain_line(const char *from, const char *to) {
+    const char *reach = from + std::min(static_cast<std::size_t>(to - from), PIECE_LENGTH);
+    while (from < reach && is_blank(*from))
+        from++;
+    const char *control = xml_find_control(from, reach);
+    if (control == nullptr)
+        return {};
+    if (*control == '\n')
+        return {from, control, control + 1};
+    if (*control == '\r' && reach - control > 1 && control[1] == '\n')
+        return {from, control, control + 2};
+    return {};
+}
+
+// As append_piece. input_end: end of the bytes that the line is part of.
+static char *append_plain_line(char *out, PlainLine line, const char *input_end) {
+    if (!begins_with_tag(line.begin, line.end))
         return out;
-    }
-    while (is_blank(end[-1]))
-        end--;
-    const std::size_t length = static_cast<std::size_t>(end - piece);
-    std::memmove(out, piece, length);
+    while (is_blank(line.end[-1]))
+        line.end--;
+    const std::size_t length = static_cast<std::size_t>(line.end - line.begin);
+    xml_move_short(out, line.begin, length, input_end);
     return out + length;
 }
 
 // Squeezes a file; out has room for size bytes and may be the file's own bytes, as the result never
-// overtakes what is still to be read. Returns the length of the result.
+// overtakes what is read. Returns the length of the result.
 static std::size_t squeeze(const char *bytes, std::size_t size, char *out) {
-    const Rarities rarities = {size > 0 && std::memchr(bytes, '\r', size) != nullptr,
-                               size > 0 && std::memchr(bytes, '\0', size) != nullptr};
+    const char *const input_end = bytes + size;
     char *end = out;
-    std::size_t at = 0;
-    while (at < size) {
-        const std::size_t length = piece_length(bytes + at, size - at);
+    while (bytes < input_end) {
+        const PlainLine line = plain_line(bytes, input_end);
+        if (line.next != nullptr) {
+            end = append_plain_line(end, line, input_end);
+            bytes = line.next;
+            continue;
+        }
+        const std::size_t length = piece_length(bytes, static_cast<std::size_t>(input_end - bytes));
         if (length == 0)
             break;
-        end = append_piece(end, bytes + at, bytes + at + length, rarities);
-        at += length;
+        end = append_piece(end, bytes, bytes + length);
+        bytes += length;
     }
     return static_cast<std::size_t>(end - out);
 }

@@ -1,5 +1,6 @@
-// Finding and comparing short stretches of text, inline: in a file of tags the next bracket is
-// mostly less than twenty bytes away, where calling the library costs more than the search itself.
+// Finding, comparing and moving short stretches of text, inline: in a file of tags the next bracket
+// is mostly less than twenty bytes away, where calling the library costs more than the search
+// itself.
 #pragma once
 
 #include <cstddef>
@@ -26,6 +27,48 @@ inline const char *xml_find_character(const char *from, const char *to, char cha
     return from < to ? static_cast<const char *>(
                            std::memchr(from, character, static_cast<std::size_t>(to - from)))
                      : nullptr;
+}
+
+// The first character in from .. to - 1 that may end a line or is left out of one, '\0' to '\r', or
+// null.
+inline const char *xml_find_control(const char *from, const char *to) {
+    constexpr char last = '\r';
+#ifdef __SSE2__
+    constexpr std::ptrdiff_t step = 16;
+    const __m128i limit = _mm_set1_epi8(last);
+    for (; to - from >= step; from += step) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(from));
+        const int small = _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_min_epu8(bytes, limit), bytes));
+        if (small != 0)
+            return from + std::countr_zero(static_cast<unsigned>(small));
+    }
+#endif
+    for (; from < to; from++) {
+        if (static_cast<unsigned char>(*from) <= last)
+            return from;
+    }
+    return nullptr;
+}
+
+// Moves the length bytes at from to out, which is the same buffer or another one of the same size
+// and not further into it than from. Behind the moved bytes it may write over what lies before
+// from + length, and of another buffer over what has not been written. input_end: end of the
+// buffer.
+inline void xml_move_short(char *out, const char *from, std::size_t length, const char *input_end) {
+#ifdef __SSE2__
+    constexpr std::size_t step = 16;
+    const bool room = static_cast<std::size_t>(input_end - from) >= length + step;
+    // So near to each other a step would write over the bytes of the next one.
+    const std::uintptr_t distance =
+        reinterpret_cast<std::uintptr_t>(from) - reinterpret_cast<std::uintptr_t>(out);
+    if (room && distance >= step) {
+        for (std::size_t i = 0; i < length; i += step)
+            _mm_storeu_si128(reinterpret_cast<__m128i *>(out + i),
+                             _mm_loadu_si128(reinterpret_cast<const __m128i *>(from + i)));
+        return;
+    }
+#endif
+    std::memmove(out, from, length);
 }
 
 // True when the length bytes at a and at b are the same.

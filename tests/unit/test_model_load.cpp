@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <cfloat>
-#include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -351,19 +350,18 @@ TEST_F(ModelLoad, statements_of_the_least_length_are_all_counted) {
 }
 
 // Switching among many materials must not cost their number times the number of the switches:
-// 100,000 of either would be 10^10 comparisons then, minutes.
-TEST_F(ModelLoad, many_switches_among_many_materials_are_quick) {
+// 300,000 of either would be 10^11 comparisons then, which runs into the test runner's limit.
+TEST_F(ModelLoad, switches_among_many_materials_do_not_look_through_all_of_them) {
+    static constexpr int MATERIALS = 300'000;
     std::string mtl, obj = "mtllib a.mtl\n";
-    for (int i = 0; i < 100000; i++) {
+    for (int i = 0; i < MATERIALS; i++) {
         mtl += "newmtl m"s + std::to_string(i) + "\n\n";
-        obj += "usemtl m"s + std::to_string(99999 - i) + "\nf 1 2 3\n";
+        obj += "usemtl m"s + std::to_string(MATERIALS - 1 - i) + "\nf 1 2 3\n";
     }
     folder.write("a.mtl", mtl);
-    const auto start = std::chrono::steady_clock::now();
     const LoadedModel loaded(obj, 1.0f, folder.file("a.obj").c_str());
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
-    ASSERT_EQ(loaded.model.face_total, 100000);
-    EXPECT_EQ(loaded.model.material_total, 100000);
-    EXPECT_EQ(loaded.model.face[0].material_id, 99999);
-    EXPECT_EQ(loaded.model.face[99999].material_id, 0);
+    ASSERT_EQ(loaded.model.face_total, MATERIALS);
+    EXPECT_EQ(loaded.model.material_total, MATERIALS);
+    EXPECT_EQ(loaded.model.face[0].material_id, MATERIALS - 1);
+    EXPECT_EQ(loaded.model.face[MATERIALS - 1].material_id, 0);
 }

@@ -5,7 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <cfloat>
-#include <chrono>
+#include <cstring>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -146,6 +147,67 @@ TEST_F(XmlTest, after_unloading_nothing_is_found) {
     EXPECT_EQ(xml, nullptr);
     EXPECT_EQ(xml_get_element("<a>", "</a>"), 1);
     xml_unload_file();
+}
+
+// ---- loading, beside its rules stated one by one
+
+// What the scanner sees of one piece.
+static std::string seen_of(std::string piece) {
+    piece = piece.c_str(); // a NUL ends it
+    piece.erase(0, std::min(piece.find_first_not_of(" \t"), piece.size()));
+    if (piece.substr(0, 1) != "<" || piece.substr(0, 2) == "<?" || piece.substr(0, 2) == "<!")
+        return "";
+    if (piece.ends_with('\n'))
+        piece.pop_back();
+    std::erase(piece, '\r');
+    return piece.erase(piece.find_last_not_of(" \t") + 1);
+}
+
+static std::string seen_of_file(const std::string &bytes) {
+    std::string result;
+    for (std::size_t at = 0; at < bytes.size();) {
+        std::string piece = bytes.substr(at, 998);
+        const std::size_t line_feed = piece.find('\n');
+        if (line_feed != std::string::npos)
+            piece.resize(line_feed + 1);
+        else if (piece.size() < 998)
+            break; // a last line without its line feed
+        result += seen_of(piece);
+        at += piece.size();
+    }
+    return result;
+}
+
+static std::string random_file(std::mt19937 *random) {
+    static const char *const parts[] = {"<a>", "</a>", "<",  "<!", "<?", "value", " ",    "\t",
+                                        "\n",  "\r\n", "\r", "",   "\n", "\x01",  "\x80", "\xff"};
+    std::string bytes;
+    const std::size_t count = (*random)() % 60;
+    for (std::size_t i = 0; i < count; i++) {
+        const std::size_t choice = (*random)() % 40;
+        if (choice == 0)
+            bytes += '\0';
+        else if (choice == 1)
+            bytes.append((*random)() % 1100, "x<\t\r"[(*random)() % 4]);
+        else
+            bytes += parts[choice % std::size(parts)];
+    }
+    return bytes;
+}
+
+TEST_F(XmlTest, random_bytes_are_squeezed_by_the_rules_in_memory_and_from_a_file) {
+    TestFolder folder;
+    std::mt19937 random(2);
+    for (int round = 0; round < 20'000; round++) {
+        const std::string bytes = random_file(&random);
+        const std::string expected = seen_of_file(bytes);
+        ASSERT_EQ(squeezed(bytes), expected) << "round " << round;
+        if (round % 100 != 0)
+            continue;
+        folder.write("random.xml", bytes);
+        ASSERT_EQ(xml_load_file(folder.file("random.xml").c_str()), 0);
+        ASSERT_EQ(std::string(xml, static_cast<std::size_t>(xml_length) - 1), expected);
+    }
 }
 
 // ---- searching
@@ -342,10 +404,10 @@ TEST_F(XmlTest, a_new_file_is_searched_afresh) {
     EXPECT_EQ(xml_get_element("<a>", "</a>"), 1);
 }
 
-// Each would take many minutes if every search looked through the rest of the file again.
+// Each would run into the test runner's limit if every search looked through the rest of the file
+// again.
 struct HostileXmlTest : XmlTest {
-    static constexpr int NODES = 150'000;
-    std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
+    static constexpr int NODES = 400'000;
 
     static std::string nodes(const char *content, const char *end) {
         std::string bytes = "<page>\n";
@@ -361,10 +423,6 @@ struct HostileXmlTest : XmlTest {
             count++;
         }
         return count;
-    }
-
-    ~HostileXmlTest() override {
-        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
     }
 };
 
