@@ -12,6 +12,9 @@ export CCACHE_BASEDIR=$ORVANEL_ROOT CCACHE_NOHASHDIR=1
 # Wine asks for browser and .NET packages at first use and writes menu entries; none is wanted.
 export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
 export WINEDEBUG=${WINEDEBUG:--all}
+# What runs under Wine here asks nobody outside: to it the system's proxy is a port of this machine
+# where nothing listens. A proxy set in the prefix's own Internet settings is used in its place.
+WINE_PROXY=http://127.0.0.1:9
 
 PACKAGES_BUILD="ca-certificates ccache cmake g++ g++-mingw-w64-i686 g++-mingw-w64-x86-64 git googletest
   libegl-dev libfreetype-dev libgl-dev libgl1-mesa-dri libglu1-mesa-dev ninja-build pkg-config"

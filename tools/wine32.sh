@@ -6,7 +6,7 @@
 # A Wine server that still runs sees only what was mounted when it started: whoever works in several
 # checkouts at once mounts the folder that holds them all.
 ORVANEL_WINE_BIND=${ORVANEL_WINE_BIND:-$ORVANEL_ROOT}
-export WINE32_ROOT ORVANEL_WINE_BIND
+export WINE32_ROOT ORVANEL_WINE_BIND WINE_PROXY
 INSIDE_PREFIX=${ORVANEL_PREFIX:-$WINE32_PREFIX}
 export INSIDE_PREFIX ORVANEL_CWD=$PWD
 exec unshare --mount --propagation private /bin/bash -c '
@@ -18,6 +18,6 @@ mount -t proc proc "$WINE32_ROOT/proc"
 mount --bind /dev "$WINE32_ROOT/dev"
 exec chroot "$WINE32_ROOT" /usr/bin/env -i PATH=/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin HOME=/root USER=root LC_ALL=C.UTF-8 \
     DISPLAY="$DISPLAY" WINEPREFIX="$INSIDE_PREFIX" WINEARCH=win32 WINEDEBUG="$WINEDEBUG" \
-    WINEDLLOVERRIDES="$WINEDLLOVERRIDES" CI="$CI" \
+    WINEDLLOVERRIDES="$WINEDLLOVERRIDES" http_proxy="$WINE_PROXY" CI="$CI" \
     /bin/sh -c "cd \"\$0\" 2>/dev/null; exec wine \"\$@\"" "$ORVANEL_CWD" "$@"
 ' wine32 "$@"
