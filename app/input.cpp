@@ -196,3 +196,8 @@ void input_close() {
     reset_frame_timer();
     scene_request_redraw();
 }
+
+bool input_end_session() {
+    input_capture_lost(); // what is being dragged stays where it is
+    return page_edit_save() == 0;
+}

@@ -54,3 +54,6 @@ void input_node_position(std::int32_t x, std::int32_t y, float *node_x, float *n
 void input_resize(std::int32_t width, std::int32_t height);
 void input_paint();
 void input_close(); // asks about unsaved changes; quits unless the user would rather stay
+// The user logs off: changes are saved unasked, as at the end of editing. False after a message
+// when they cannot be, so that the session may wait.
+bool input_end_session();

@@ -99,6 +99,8 @@ LRESULT CALLBACK WndProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam
     case WM_CLOSE:
         input_close();
         return 0;
+    case WM_QUERYENDSESSION:
+        return input_end_session() ? TRUE : FALSE;
     case WM_GETMINMAXINFO:
         set_minimum_size(reinterpret_cast<MINMAXINFO *>(lparam));
         return 0;

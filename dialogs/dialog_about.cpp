@@ -22,7 +22,8 @@ static INT_PTR open(HWND dialog) {
     show_gl_string(dialog, RESOURCE_ABOUT_RENDERER, GL_RENDERER);
     show_gl_string(dialog, RESOURCE_ABOUT_VERSION, GL_VERSION);
     ConvertStaticToHyperlink(GetDlgItem(dialog, RESOURCE_ABOUT_HOME_PAGE));
-    return TRUE;
+    SetFocus(GetDlgItem(dialog, IDOK)); // the link comes before it, and Enter is to close the box
+    return FALSE;
 }
 
 static INT_PTR handle_command(HWND dialog, WPARAM wparam, LPARAM lparam) {

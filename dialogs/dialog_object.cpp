@@ -7,6 +7,7 @@
 #include "dialogs/model_viewer.h"
 #include "dialogs/page_text_edit.h"
 #include "dialogs/rules/dialog_object_rules.h"
+#include "dialogs/tab_keys.h"
 #include "page/node.h"
 #include "platform/win32/window_attach.h"
 #include "resources/resource_ids.h"
@@ -83,6 +84,7 @@ static void open(HWND dialog) {
     add_tab(tab, TAB_ACTIONS, "Actions");
     add_page(dialog, TAB_DETAILS, RESOURCE_OBJECT_DETAILS, dialog_object_details);
     add_page(dialog, TAB_ACTIONS, RESOURCE_OBJECT_ACTIONS, dialog_object_actions);
+    tab_keys_attach(tab);
     dialog_center_on_parent(GetWindow(dialog, GW_OWNER), dialog);
     show_tab(dialog);
 }

@@ -4,6 +4,7 @@
 #include "dialogs/dialog_options_browse.h"
 #include "dialogs/dialogs.h"
 #include "dialogs/rules/dialog_options_rules.h"
+#include "dialogs/tab_keys.h"
 #include "platform/text.h"
 #include "platform/win32/window_attach.h"
 #include "resources/resource_ids.h"
@@ -192,19 +193,29 @@ static HWND tab_control() {
     return GetDlgItem(dialog_options_window, RESOURCE_OPTIONS_TABS);
 }
 
+static void go_to(HWND control) {
+    SendMessageA(dialog_options_window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
+}
+
+// A focus that would be left behind in a hidden page goes to the first control of the page shown.
 static void show_page(int tab) {
-    for (int i = 0; i < OPTIONS_TABS; i++) {
-        if (i != tab)
-            ShowWindow(dialog_options_tab_windows[i], SW_HIDE);
+    const HWND page = dialog_options_tab_windows[tab];
+    const HWND focus = GetFocus();
+    const bool leaves_page = GetParent(focus) != dialog_options_window && !IsChild(page, focus) &&
+                             IsChild(dialog_options_window, focus);
+    for (const HWND other : dialog_options_tab_windows) {
+        if (other != page)
+            ShowWindow(other, SW_HIDE);
     }
-    ShowWindow(dialog_options_tab_windows[tab], SW_SHOW);
+    ShowWindow(page, SW_SHOW);
+    if (leaves_page)
+        go_to(GetNextDlgTabItem(page, nullptr, FALSE));
 }
 
 static void show_folder() {
     SendMessageA(tab_control(), TCM_SETCURSEL, OPTIONS_GENERAL, 0);
     show_page(OPTIONS_GENERAL);
-    const HWND edit = page_control(OPTIONS_GENERAL, RESOURCE_GENERAL_FOLDER);
-    SendMessageA(dialog_options_window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(edit), TRUE);
+    go_to(page_control(OPTIONS_GENERAL, RESOURCE_GENERAL_FOLDER));
 }
 
 static void add_tab(int tab) {
@@ -251,6 +262,7 @@ static void open(HWND dialog) {
     colour_pending = false;
     dialog_options_open(&form);
     add_pages();
+    tab_keys_attach(tab_control());
     for (const OptionsBox &box : OPTIONS_BOXES)
         show_box(box);
     fill_general_page();

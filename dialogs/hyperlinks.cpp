@@ -75,10 +75,44 @@ static void move_mouse(HWND control, LPARAM point) {
     }
 }
 
+static void follow(HWND control) {
+    PostMessageA(GetParent(control), WM_COMMAND, 0, 0);
+}
+
 static void click(HWND control) {
     ReleaseCapture();
     InvalidateRect(control, nullptr, FALSE);
-    PostMessageA(GetParent(control), WM_COMMAND, 0, 0);
+    follow(control);
+}
+
+// ---- by keyboard
+
+static bool is_follow_key(WPARAM key) {
+    return key == VK_RETURN || key == VK_SPACE;
+}
+
+// Enter would be the default button's else.
+static LRESULT wanted_keys(HWND control, WPARAM wparam, LPARAM lparam) {
+    const LRESULT wanted =
+        CallWindowProcA(original_proc(control), control, WM_GETDLGCODE, wparam, lparam);
+    const auto *message = reinterpret_cast<const MSG *>(lparam);
+    const bool follows = message != nullptr && is_follow_key(message->wParam);
+    return follows ? wanted | DLGC_WANTMESSAGE : wanted;
+}
+
+// The frame is drawn over the whole text, or it would be wiped out where it was drawn before.
+static LRESULT paint(HWND control, WPARAM wparam, LPARAM lparam) {
+    InvalidateRect(control, nullptr, TRUE);
+    const LRESULT result =
+        CallWindowProcA(original_proc(control), control, WM_PAINT, wparam, lparam);
+    if (GetFocus() != control)
+        return result;
+    RECT area;
+    GetClientRect(control, &area);
+    const HDC dc = GetDC(control);
+    DrawFocusRect(dc, &area);
+    ReleaseDC(control, dc);
+    return result;
 }
 
 static void show_hand() {
@@ -111,6 +145,18 @@ static LRESULT CALLBACK hyperlink(HWND control, UINT message, WPARAM wparam, LPA
     case WM_LBUTTONUP:
         click(control);
         return 0;
+    case WM_GETDLGCODE:
+        return wanted_keys(control, wparam, lparam);
+    case WM_KEYDOWN:
+        if (is_follow_key(wparam))
+            follow(control);
+        return 0;
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+        InvalidateRect(control, nullptr, TRUE);
+        return 0;
+    case WM_PAINT:
+        return paint(control, wparam, lparam);
     case WM_DESTROY:
         return destroy(control);
     default:
@@ -140,7 +186,8 @@ bool ConvertStaticToHyperlink(HWND control) {
     const auto font = reinterpret_cast<HFONT>(SendMessageA(control, WM_GETFONT, 0, 0));
     if (!subclass(control, hyperlink))
         return false;
-    SetWindowLongPtrA(control, GWL_STYLE, GetWindowLongPtrA(control, GWL_STYLE) | SS_NOTIFY);
+    SetWindowLongPtrA(control, GWL_STYLE,
+                      GetWindowLongPtrA(control, GWL_STYLE) | SS_NOTIFY | WS_TABSTOP);
     SetPropA(control, ORIGINAL_FONT, font);
     SetPropA(control, UNDERLINE_FONT, underlined(font));
     SetPropA(control, FROM_STATIC, reinterpret_cast<HANDLE>(1));

@@ -10,6 +10,14 @@ static constexpr wchar_t BALLOON_TITLE[] = L"This character cannot be used";
 static constexpr wchar_t BALLOON_TEXT[] =
     L"Page files mark their values with <, so no text of a page can contain it.";
 
+// Other signs too turn into it in the code page that page files are written in: the wide form of
+// East Asian fonts, for one.
+static bool is_refused(wchar_t character) {
+    char narrow[4] = "";
+    WideCharToMultiByte(CP_ACP, 0, &character, 1, narrow, sizeof narrow, nullptr, nullptr);
+    return narrow[0] == PAGE_TEXT_REFUSED;
+}
+
 static void tell_why(HWND edit) {
     EDITBALLOONTIP balloon = {};
     balloon.cbStruct = sizeof balloon;
@@ -44,10 +52,10 @@ static std::size_t room(HWND edit) {
 // True when the clipboard held the character, so that the rest of its first line has been pasted.
 static bool paste_rest(HWND edit) {
     std::wstring text = clipboard_text(edit);
-    if (text.find(PAGE_TEXT_REFUSED) == std::wstring::npos)
+    if (std::ranges::none_of(text, is_refused))
         return false;
     text.resize(std::min(text.find_first_of(L"\r\n"), text.size()));
-    std::erase(text, static_cast<wchar_t>(PAGE_TEXT_REFUSED));
+    std::erase_if(text, is_refused);
     text.resize(std::min(text.size(), room(edit)));
     SendMessageW(edit, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
     return true;
@@ -57,7 +65,7 @@ static LRESULT CALLBACK filter(HWND edit, UINT message, WPARAM wparam, LPARAM lp
                                DWORD_PTR) {
     switch (message) {
     case WM_CHAR:
-        if (wparam != static_cast<WPARAM>(PAGE_TEXT_REFUSED))
+        if (!is_refused(static_cast<wchar_t>(wparam)))
             break;
         tell_why(edit);
         return 0;

@@ -236,6 +236,7 @@ TEST(NodeDrag, whatever_comes_between_lets_go_of_the_object) {
     void (*const interruptions[])() = {
         input_capture_lost,
         input_focus_lost,
+        [] { EXPECT_TRUE(input_end_session()); },
         [] { input_mouse_move(mouse.x, mouse.y, 0); },
         [] { press_key(KEY_TAB); },
         [] { press_key(KEY_ESCAPE); },

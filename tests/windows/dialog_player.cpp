@@ -108,6 +108,19 @@ void press_alt(HWND dialog, char letter) {
     post_key(dialog, WM_SYSKEYDOWN, static_cast<UINT>(letter), ALT_IS_DOWN);
 }
 
+bool press_with_control(UINT key, bool shift) {
+    static constexpr BYTE DOWN = 0x80;
+    BYTE before[256] = {}, held[256] = {};
+    GetKeyboardState(before);
+    held[VK_CONTROL] = DOWN;
+    held[VK_SHIFT] = shift ? DOWN : 0;
+    SetKeyboardState(held);
+    MSG message = {GetFocus(), WM_KEYDOWN, key, 1, 0, {}};
+    const bool taken = CallMsgFilterA(&message, MSGF_DIALOGBOX) != 0;
+    SetKeyboardState(before);
+    return taken;
+}
+
 void type(HWND dialog, int id, const char *text) {
     const HWND control = GetDlgItem(dialog, id);
     SendMessageA(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);

@@ -31,9 +31,12 @@ struct DialogPlayer {
 };
 
 // ---- what a user does; all of it by the messages of mouse and keyboard
-void click(HWND dialog, int id);                  // presses and releases the mouse in the control
-void press(HWND dialog, UINT key);                // in the control that has the focus
-void press_alt(HWND dialog, char letter);         // an access key
+void click(HWND dialog, int id);          // presses and releases the mouse in the control
+void press(HWND dialog, UINT key);        // in the control that has the focus
+void press_alt(HWND dialog, char letter); // an access key
+// A key with Control held, and Shift when wanted: whether a filter of messages has taken it, which
+// is what the dialog's loop asks first. Goes no further.
+bool press_with_control(UINT key, bool shift = false);
 void type(HWND dialog, int id, const char *text); // goes to the control and replaces its text
 
 // ---- what a user sees

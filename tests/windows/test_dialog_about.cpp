@@ -42,6 +42,19 @@ TEST(AboutBox, Enter_and_Escape_and_OK_close_it) {
     EXPECT_TRUE(enter.done());
 }
 
+TEST(AboutBox, The_link_is_reached_with_the_keyboard_and_does_not_close_it) {
+    RealWindow window;
+    DialogPlayer player(
+        {{ABOUT,
+          [](HWND dialog) {
+              EXPECT_TRUE(has_focus(dialog, IDOK));
+              press(dialog, VK_TAB);
+          }},
+         {ABOUT, [](HWND dialog) { EXPECT_TRUE(has_focus(dialog, RESOURCE_ABOUT_HOME_PAGE)); }}});
+    EXPECT_EQ(dialog_about_show(), DIALOG_CANCEL);
+    EXPECT_TRUE(player.done());
+}
+
 TEST(AboutBox, Opening_and_closing_it_300_times_leaves_nothing_behind) {
     RealWindow window;
     expect_no_growth([] { dialog_about_show(); });

@@ -135,6 +135,22 @@ TEST_F(LabelDialog, It_opens_over_the_middle_of_the_main_window) {
     EXPECT_TRUE(IsWindowEnabled(hWnd));
 }
 
+TEST_F(LabelDialog, Over_a_window_at_the_edge_it_is_pulled_back_so_that_50_pixels_remain) {
+    const int screen = GetSystemMetrics(SM_CXSCREEN);
+    SetWindowPos(hWnd, nullptr, screen - 100, 100, 640, 480, SWP_NOZORDER);
+    RECT client;
+    GetClientRect(hWnd, &client);
+    MapWindowPoints(hWnd, nullptr, reinterpret_cast<POINT *>(&client), 2);
+    ASSERT_GT((client.left + client.right) / 2, screen);
+    DialogPlayer player({{NEW_LABEL, [=](HWND dialog) {
+                              RECT area;
+                              GetWindowRect(dialog, &area);
+                              EXPECT_EQ(screen - area.right, 50);
+                          }}});
+    EXPECT_EQ(dialog_label_show(), DIALOG_CANCEL);
+    EXPECT_TRUE(player.done());
+}
+
 TEST_F(LabelDialog, Opening_and_closing_it_300_times_leaves_nothing_behind) {
     expect_no_growth([] { dialog_label_show(); });
 }

@@ -66,6 +66,22 @@ TEST_F(ObjectDialog, cancel_escape_and_the_close_button_change_nothing) {
     }
 }
 
+TEST_F(ObjectDialog, control_with_tab_or_page_down_shows_the_other_page_with_its_first_control) {
+    dialog_object_set_node(-1);
+    play("New Object", {
+                           [](HWND) { EXPECT_TRUE(press_with_control(VK_TAB)); },
+                           [](HWND) {
+                               EXPECT_TRUE(has_focus(actions(), RESOURCE_ACTION_TREE));
+                               EXPECT_FALSE(IsWindowVisible(details()));
+                               EXPECT_TRUE(press_with_control(VK_NEXT));
+                           },
+                           [](HWND) {
+                               EXPECT_TRUE(has_focus(details(), RESOURCE_OBJECT_NAME));
+                               EXPECT_FALSE(IsWindowVisible(actions()));
+                           },
+                       });
+}
+
 TEST_F(ObjectDialog, an_objects_entries_are_shown_and_ok_keeps_them) {
     const std::int32_t id = add_object("server", "aB[c]d");
     text_copy(node[id].description, "cellar");

@@ -76,6 +76,17 @@ static std::int32_t play(std::vector<DialogStep> steps) {
 
 // ---- tabs and boxes
 
+TEST_F(OptionsDialog, It_opens_over_the_middle_of_the_main_window) {
+    play({{OPTIONS, [](HWND dialog) {
+               RECT area, parent;
+               GetWindowRect(dialog, &area);
+               GetClientRect(hWnd, &parent);
+               MapWindowPoints(hWnd, nullptr, reinterpret_cast<POINT *>(&parent), 2);
+               EXPECT_NEAR(area.left + area.right, parent.left + parent.right, 2);
+               EXPECT_NEAR(area.top + area.bottom, parent.top + parent.bottom, 2);
+           }}});
+}
+
 TEST_F(OptionsDialog, One_page_is_shown_at_a_time_and_it_fits_into_the_tab) {
     play({{OPTIONS, [](HWND dialog) {
                expect_only_page(dialog, OPTIONS_GENERAL);
@@ -220,6 +231,48 @@ TEST_F(OptionsDialog, Pages_and_boxes_are_reached_with_the_keyboard_alone) {
               DIALOG_OK);
     EXPECT_EQ(orvanel_options.confirm_object_delete, 1);
     EXPECT_EQ(orvanel_options.action_double_click_run, 0);
+}
+
+TEST_F(OptionsDialog, Control_with_Tab_or_PageDown_goes_to_the_next_page_and_back_round_and_round) {
+    play({{OPTIONS, [](HWND dialog) {
+               for (const UINT forth : {VK_TAB, VK_NEXT}) {
+                   for (const OptionsTab tab :
+                        {OPTIONS_ACTIONS, OPTIONS_GRAPHICS, OPTIONS_GENERAL}) {
+                       EXPECT_TRUE(press_with_control(forth));
+                       expect_only_page(dialog, tab);
+                       EXPECT_EQ(SendMessageA(tabs_of(dialog), TCM_GETCURSEL, 0, 0), tab);
+                   }
+               }
+               press_with_control(VK_TAB, true);
+               expect_only_page(dialog, OPTIONS_GRAPHICS);
+               press_with_control(VK_PRIOR);
+               expect_only_page(dialog, OPTIONS_ACTIONS);
+           }}});
+}
+
+TEST_F(OptionsDialog, Tab_and_PageDown_without_Control_stay_what_they_are) {
+    play({{OPTIONS, [](HWND dialog) {
+               for (const UINT code : {VK_TAB, VK_NEXT, VK_PRIOR}) {
+                   MSG message = {GetFocus(), WM_KEYDOWN, code, 1, 0, {}};
+                   EXPECT_FALSE(CallMsgFilterA(&message, MSGF_DIALOGBOX)) << code;
+               }
+               expect_only_page(dialog, OPTIONS_GENERAL);
+           }}});
+}
+
+TEST_F(OptionsDialog, The_focus_never_stays_behind_in_a_hidden_page) {
+    play({{OPTIONS, [](HWND dialog) {
+               press_with_control(VK_TAB);
+               EXPECT_TRUE(
+                   has_focus(page_of(dialog, OPTIONS_ACTIONS), RESOURCE_ACTIONS_DOUBLE_CLICK));
+               open_page(dialog, OPTIONS_GRAPHICS); // with the mouse
+               EXPECT_TRUE(
+                   has_focus(page_of(dialog, OPTIONS_GRAPHICS), RESOURCE_GRAPHICS_NO_WARNINGS) ||
+                   GetFocus() == tabs_of(dialog));
+               SetFocus(GetDlgItem(dialog, IDOK));
+               press_with_control(VK_TAB);
+               EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDOK));
+           }}});
 }
 
 TEST_F(OptionsDialog, The_tab_key_goes_in_reading_order) {

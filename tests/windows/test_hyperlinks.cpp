@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-static int clicks;
+static int clicks, pressed_buttons;
 
 static constexpr COLORREF DIALOG_COLOUR = RGB(1, 2, 3);
 
@@ -13,6 +13,8 @@ static constexpr COLORREF DIALOG_COLOUR = RGB(1, 2, 3);
 static INT_PTR CALLBACK count_clicks(HWND, UINT message, WPARAM wparam, LPARAM lparam) {
     if (message == WM_COMMAND && wparam == 0 && lparam == 0)
         clicks++;
+    if (message == WM_COMMAND && LOWORD(wparam) == IDOK)
+        pressed_buttons++;
     if (message != WM_CTLCOLORSTATIC)
         return FALSE;
     SetTextColor(reinterpret_cast<HDC>(wparam), DIALOG_COLOUR);
@@ -51,7 +53,7 @@ struct Hyperlinks : testing::Test {
     int fonts_before = object_count[OBJECT_FONT];
 
     Hyperlinks() {
-        clicks = 0;
+        clicks = pressed_buttons = 0;
         ShowWindow(dialog, SW_SHOWNOACTIVATE);
         drain();
     }
@@ -139,6 +141,73 @@ TEST_F(Hyperlinks, A_click_is_posted_to_the_parent_with_both_parameters_0) {
     EXPECT_EQ(GetCapture(), nullptr);
     drain();
     EXPECT_EQ(clicks, 1);
+}
+
+// ---- by keyboard
+
+static void key_in_dialog(HWND dialog, UINT key) {
+    MSG message = {GetFocus(), WM_KEYDOWN, key, 1, 0, {}};
+    if (!IsDialogMessageA(dialog, &message))
+        DispatchMessageA(&message);
+    drain();
+}
+
+TEST_F(Hyperlinks, The_tab_key_goes_to_it_and_on) {
+    const HWND ok = GetDlgItem(dialog, IDOK);
+    ConvertStaticToHyperlink(link);
+    SetFocus(ok);
+    key_in_dialog(dialog, VK_TAB);
+    EXPECT_EQ(GetFocus(), link);
+    key_in_dialog(dialog, VK_TAB);
+    EXPECT_EQ(GetFocus(), ok);
+}
+
+TEST_F(Hyperlinks, Enter_and_the_space_bar_are_clicks_while_it_has_the_focus) {
+    ConvertStaticToHyperlink(link);
+    SetFocus(link);
+    key_in_dialog(dialog, VK_RETURN);
+    EXPECT_EQ(clicks, 1);
+    key_in_dialog(dialog, VK_SPACE);
+    EXPECT_EQ(clicks, 2);
+    EXPECT_EQ(pressed_buttons, 0);
+    key_in_dialog(dialog, VK_RIGHT);
+    key_in_dialog(dialog, 'X');
+    EXPECT_EQ(clicks, 2);
+    SetFocus(GetDlgItem(dialog, IDOK));
+    key_in_dialog(dialog, VK_RETURN);
+    EXPECT_EQ(clicks, 2);
+    EXPECT_EQ(pressed_buttons, 1);
+}
+
+// Pixels of the control that differ from the white ground of this dialog, after a part of it, null
+// = all, has been painted again.
+static int dark_pixels(HWND control, const RECT *part = nullptr) {
+    RedrawWindow(control, part, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+    RECT area;
+    GetClientRect(control, &area);
+    const HDC dc = GetDC(control);
+    int dark = 0;
+    for (int y = 0; y < area.bottom; y++) {
+        for (int x = 0; x < area.right; x++)
+            dark += GetPixel(dc, x, y) != RGB(255, 255, 255) ? 1 : 0;
+    }
+    ReleaseDC(control, dc);
+    return dark;
+}
+
+TEST_F(Hyperlinks, A_frame_shows_that_it_has_the_focus) {
+    ConvertStaticToHyperlink(link);
+    SetFocus(GetDlgItem(dialog, IDOK));
+    const int without = dark_pixels(link);
+    SetFocus(link);
+    RECT area;
+    GetClientRect(link, &area);
+    const int framed = dark_pixels(link);
+    EXPECT_GE(framed, without + area.right / 2);
+    const RECT part = {0, 0, area.right / 2, area.bottom};
+    EXPECT_EQ(dark_pixels(link, &part), framed); // the rest of the frame is not wiped out
+    SetFocus(GetDlgItem(dialog, IDOK));
+    EXPECT_EQ(dark_pixels(link), without);
 }
 
 TEST_F(Hyperlinks, The_pointer_is_a_hand) {

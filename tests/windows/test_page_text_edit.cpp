@@ -38,15 +38,21 @@ struct PageTextEdit : testing::Test {
         for (const char *character = text; *character != '\0'; character++)
             SendMessageA(edit, WM_CHAR, static_cast<unsigned char>(*character), 1);
     }
-    void paste(const std::string &text) const {
+    void paste_bytes(UINT format, const void *bytes, std::size_t size) const {
         ASSERT_NE(OpenClipboard(parent), 0);
         EmptyClipboard();
-        const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
-        std::memcpy(GlobalLock(memory), text.c_str(), text.size() + 1);
+        const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
+        std::memcpy(GlobalLock(memory), bytes, size);
         GlobalUnlock(memory);
-        SetClipboardData(CF_TEXT, memory);
+        SetClipboardData(format, memory);
         CloseClipboard();
         SendMessageA(edit, WM_PASTE, 0, 0);
+    }
+    void paste(const std::string &text) const {
+        paste_bytes(CF_TEXT, text.c_str(), text.size() + 1);
+    }
+    void paste(const std::wstring &text) const {
+        paste_bytes(CF_UNICODETEXT, text.c_str(), (text.size() + 1) * sizeof(wchar_t));
     }
     std::string text() const {
         char held[100];
@@ -66,6 +72,16 @@ TEST_F(PageTextEdit, it_is_left_out_of_what_is_pasted_with_the_reason) {
     paste("x<y<z");
     EXPECT_EQ(text(), "xyz");
     EXPECT_EQ(balloons, 1);
+}
+
+TEST_F(PageTextEdit, a_sign_that_turns_into_it_in_the_code_page_is_refused_as_well) {
+    static constexpr wchar_t WIDE_FORM = 0xFF1C, BRACKET = 0x2329, QUOTE = 0x2039; // the last stays
+    for (const wchar_t sign : {L'a', WIDE_FORM, BRACKET, L'b'})
+        SendMessageW(edit, WM_CHAR, sign, 1);
+    EXPECT_EQ(text(), "ab");
+    paste(std::wstring{L'c', WIDE_FORM, L'd', BRACKET, QUOTE});
+    EXPECT_EQ(text(), "abcd\x8b");
+    EXPECT_EQ(balloons, 3);
 }
 
 TEST_F(PageTextEdit, other_text_is_pasted_as_ever) {

@@ -89,6 +89,14 @@ TEST(SplashScreen, It_shows_the_picture_pixel_by_pixel_and_then_closes_itself) {
     EXPECT_FALSE(IsWindow(window));
 }
 
+TEST(SplashScreen, It_stays_for_at_least_1750_milliseconds) {
+    const DWORD before = GetTickCount();
+    splash_screen_display();
+    ASSERT_NE(wait_for(true), nullptr);
+    EXPECT_EQ(wait_for(false), nullptr);
+    EXPECT_GE(GetTickCount() - before, 1750u);
+}
+
 TEST(SplashScreen, Hiding_it_at_once_keeps_it_from_staying) {
     for (int i = 0; i < 20; i++) {
         splash_screen_display();

@@ -4,6 +4,8 @@
 #include "page/node.h"
 #include "page/options.h"
 #include "platform/clock.h"
+#include "platform/locations.h"
+#include "platform/text.h"
 #include "scene/frame_clock.h"
 #include "scene/gl_window.h"
 #include "scene/interaction.h"
@@ -78,6 +80,37 @@ TEST(WindowProcedure, closing_a_changed_page_asks_and_stays_when_the_user_cancel
     EXPECT_FALSE(post(WM_CLOSE)); // the script presses Cancel: there is no Ok
     ASSERT_EQ(1u, window.script.shown().size());
     EXPECT_EQ("Save changes?", window.script.shown()[0].text);
+    scene_changed = 0;
+}
+
+static bool session_may_end() {
+    return SendMessageA(hWnd, WM_QUERYENDSESSION, 0, ENDSESSION_LOGOFF) != 0;
+}
+
+TEST(WindowProcedure, at_log_off_a_changed_page_is_saved_without_a_question) {
+    const RealWindow window;
+    app_mode = APP_EDIT;
+    scene_floor.home_x = 12.5f;
+    EXPECT_TRUE(session_may_end());
+    EXPECT_EQ(std::string::npos, window.pages.read("home.orvl").find("12.50")); // not changed yet
+    scene_changed = 1;
+    EXPECT_TRUE(session_may_end());
+    EXPECT_NE(std::string::npos, window.pages.read("home.orvl").find("12.50"));
+    EXPECT_EQ(0, scene_changed);
+    EXPECT_EQ(APP_EDIT, app_mode); // another program may keep the session
+    EXPECT_FALSE(handle_messages());
+    EXPECT_EQ(0u, window.script.shown().size());
+}
+
+TEST(WindowProcedure, at_log_off_a_page_that_cannot_be_saved_keeps_the_session) {
+    const RealWindow window;
+    app_mode = APP_EDIT;
+    scene_changed = 1;
+    text_append(page_dir_location, "gone\\");
+    EXPECT_FALSE(session_may_end());
+    ASSERT_EQ(1u, window.script.shown().size());
+    EXPECT_EQ("Failed to save page file.", window.script.shown()[0].text);
+    EXPECT_EQ(1, scene_changed);
     scene_changed = 0;
 }
 
