@@ -65,6 +65,15 @@ static void count_statement(const char *line, Contents *contents) {
         contents->faces++;
 }
 
+// Has the processor fetch the text some way ahead of here: a large file lies in memory that is slow
+// to reach, and the walks over it are quicker than the processor's own guess.
+static constexpr std::ptrdiff_t FETCH_AHEAD = 2048; // bytes
+static constexpr std::ptrdiff_t CACHE_LINE = 64;    // bytes
+static inline void fetch_ahead(const char *at, const char *end) {
+    if (end - at > FETCH_AHEAD)
+        __builtin_prefetch(at + FETCH_AHEAD);
+}
+
 // Counts the statements whose lines begin behind one of the first COUNT_BLOCK characters. The
 // counters are bytes and the block is short enough for them, so that the compiler can compare many
 // characters at a time.
@@ -92,8 +101,11 @@ static void count_statements(const ModelText *text, Contents *contents) {
     if (at == text->complete_end)
         return;
     count_statement(at, contents);
-    for (; text->complete_end - at >= COUNT_BLOCK + COUNT_LOOK_AHEAD; at += COUNT_BLOCK)
+    for (; text->complete_end - at >= COUNT_BLOCK + COUNT_LOOK_AHEAD; at += COUNT_BLOCK) {
+        for (std::ptrdiff_t i = 0; i < COUNT_BLOCK; i += CACHE_LINE)
+            fetch_ahead(at + i, text->complete_end);
         count_block(at, contents);
+    }
     for (; at + 1 != text->complete_end; at++) {
         if (*at == '\n')
             count_statement(at + 1, contents);
@@ -258,6 +270,7 @@ static void read_statements(const ModelText *text, Reader *reader) {
     const char *switch_line = model_text_find_line(text, line, "usemtl ");
     while (line != text->complete_end) {
         const char *at = line;
+        fetch_ahead(line, text->complete_end);
         if (*line == 'v')
             at = read_vertex_line(reader, line);
         else if (*line == 'f' && line != switch_line)
