@@ -214,13 +214,25 @@ static void shift(std::int32_t position, std::int32_t before) {
         std::rotate(items + before, items + position, items + end);
 }
 
-// The same, and the item belongs to parent from then on.
-static void place(std::int32_t position, std::int32_t before, std::int32_t parent) {
+// The same, and the item belongs to parent from then on. The owner stored is the parent but for
+// what become_first_child leaves behind.
+static void place_owned(std::int32_t position, std::int32_t before, std::int32_t parent,
+                        std::int32_t owner) {
     TreeItem *item = item_at(position);
     item->parent = parent;
-    action_tree_record(item->id)->owner = parent;
+    action_tree_record(item->id)->owner = owner;
     action_tree_expand(parent, true);
     shift(position, before);
+}
+
+static void place(std::int32_t position, std::int32_t before, std::int32_t parent) {
+    place_owned(position, before, parent, parent);
+}
+
+// Where a neighbour is, with the owner that is stored there.
+static void place_beside(std::int32_t position, std::int32_t before, std::int32_t neighbour) {
+    const TreeItem *beside = item_at(neighbour);
+    place_owned(position, before, beside->parent, action_tree_record(beside->id)->owner);
 }
 
 static void place_in(std::int32_t position, std::int32_t before, std::int32_t submenu) {
@@ -248,7 +260,7 @@ static void move_item_down(std::int32_t position) {
     else if (is_submenu(next))
         place_in(position, next + 1, next);
     else
-        place(position, next + 1, item_at(next)->parent);
+        place_beside(position, next + 1, next);
 }
 
 // The second child of a submenu becomes its first. The owner stored is meant to be the submenu's
@@ -280,13 +292,13 @@ static void move_item_up(std::int32_t position) {
     else if (!top && is_submenu(previous))
         place(position, previous, TREE_NONE);
     else if (top && is_inside(previous))
-        place(position, previous + 1, item_at(previous)->parent);
+        place_beside(position, previous + 1, previous);
     else if (is_submenu(above) && item_at(above)->id == parent)
         become_first_child(position, above);
     else if (top && is_submenu(previous))
         place_in(position, previous + 1, previous);
     else
-        place(position, end_of(above), item_at(above)->parent);
+        shift(position, end_of(above)); // within its submenu, or the top level
 }
 
 void dialog_object_move_selected_action_up() {

@@ -66,7 +66,7 @@ TEST(ActionBrowse, a_command_that_becomes_too_long_is_cut) {
 
 // ---- testing
 
-TEST(ActionTest, an_empty_command_shows_the_failure_without_running_anything) {
+TEST(ActionTest, with_an_empty_command_shows_the_failure_message_without_trying_to_run_anything) {
 #ifndef _WIN32
     recorder_reset();
 #endif

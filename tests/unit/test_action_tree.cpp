@@ -6,7 +6,9 @@
 
 // ---- loading
 
-TEST(ActionTree, an_item_of_a_submenu_that_does_not_exist_loads_at_the_top_level) {
+TEST(
+    ActionTree,
+    a_page_file_whose_owner_number_names_a_submenu_that_does_not_exist_loads_the_item_at_the_top_level) {
     ActionNode source;
     source.add(ACTION_COMMAND, "lost", 2);
     source.add(ACTION_SUBMENU, "menu", 0);
@@ -72,7 +74,7 @@ TEST(ActionTree, a_full_node_loads_and_one_with_an_impossible_count_does_no_harm
 
 // ---- saving
 
-TEST(ActionTree, saving_after_a_submenu_was_collapsed_drops_its_children) {
+TEST(ActionTree, saving_after_collapsing_a_submenu_by_hand_drops_that_submenus_children) {
     load_tree("aB[cd]e");
     action_tree_expand(tree_id('B'), false);
     EXPECT_EQ(saved_text(), "aB[]e");
@@ -114,7 +116,7 @@ TEST(ActionTree, the_number_of_a_submenu_follows_the_new_order) {
 
 // ---- moving
 
-TEST(ActionTree, moving_down_past_the_last_child_leaves_the_submenu) {
+TEST(ActionTree, moving_an_item_down_past_the_last_child_of_a_submenu_takes_it_out_of_the_submenu) {
     EXPECT_EQ(after_down("A[bc]d", 'c'), "A[b]cd");
     EXPECT_EQ(after_down("A[b]C[d]", 'b'), "A[]bC[d]");
 }
@@ -123,12 +125,12 @@ TEST(ActionTree, the_last_child_of_the_last_submenu_becomes_the_last_item) {
     EXPECT_EQ(after_down("aB[cd]", 'd'), "aB[c]d");
 }
 
-TEST(ActionTree, moving_down_onto_a_submenu_enters_it_as_the_first_child) {
+TEST(ActionTree, moving_it_down_onto_a_submenu_header_puts_it_inside_as_the_first_child) {
     EXPECT_EQ(after_down("aB[c]", 'a'), "B[ac]");
     EXPECT_EQ(action_tree_record(0)->owner, tree_id('B'));
 }
 
-TEST(ActionTree, a_submenu_never_becomes_the_child_of_another) {
+TEST(ActionTree, submenus_never_become_children_of_submenus_by_moving) {
     EXPECT_EQ(after_down("A[b]C[d]", 'A'), "C[d]A[b]");
     EXPECT_EQ(after_up("A[b]C[d]", 'C'), "C[d]A[b]");
     EXPECT_EQ(after_up("aB[]C[d]", 'C'), "aC[d]B[]");
@@ -188,6 +190,60 @@ TEST(ActionTree, the_second_child_that_moves_up_stores_the_place_of_its_submenu_
     EXPECT_EQ(action_tree_record(tree_id('d'))->owner, 0);
 }
 
+// "B[dce]", where B is record 0 and still has identifier 1, and 'd' has stored that 0.
+static void load_tree_with_a_stored_place() {
+    load_tree("aB[cde]");
+    dialog_object_delete_action();
+    action_tree_select(tree_id('d'));
+    dialog_object_move_selected_action_up();
+}
+
+static void move_up(char letter) {
+    action_tree_select(tree_id(letter));
+    dialog_object_move_selected_action_up();
+}
+
+static std::int32_t stored_owner(char letter) {
+    return action_tree_record(tree_id(letter))->owner;
+}
+
+TEST(ActionTree, an_item_that_moves_up_within_its_submenu_keeps_the_owner_it_has_stored) {
+    load_tree_with_a_stored_place();
+    move_up('c');
+    move_up('e');
+    EXPECT_EQ(tree_text(), "B[ced]");
+    EXPECT_EQ(stored_owner('e'), tree_id('B'));
+    move_up('d');
+    EXPECT_EQ(tree_text(), "B[cde]");
+    EXPECT_EQ(stored_owner('d'), 0);
+}
+
+TEST(ActionTree, an_item_that_moves_down_behind_another_takes_the_owner_that_one_has_stored) {
+    load_tree_with_a_stored_place();
+    move_up('c'); // stores 0 as well
+    action_tree_select(tree_id('c'));
+    dialog_object_move_selected_action_down();
+    EXPECT_EQ(tree_text(), "B[dce]");
+    EXPECT_EQ(stored_owner('c'), 0);
+    dialog_object_move_selected_action_down();
+    EXPECT_EQ(tree_text(), "B[dec]");
+    EXPECT_EQ(stored_owner('c'), tree_id('B'));
+}
+
+TEST(ActionTree,
+     an_item_that_enters_a_submenu_from_below_takes_the_owner_its_last_child_has_stored) {
+    load_tree_with_a_stored_place();
+    for (const char letter : {'c', 'e'}) { // out at the bottom
+        action_tree_select(tree_id(letter));
+        while (action_tree_record(tree_id(letter))->owner != TREE_NONE)
+            dialog_object_move_selected_action_down();
+    }
+    ASSERT_EQ(tree_text(), "B[d]ec");
+    move_up('e');
+    EXPECT_EQ(tree_text(), "B[de]c");
+    EXPECT_EQ(stored_owner('e'), 0);
+}
+
 TEST(ActionTree, nothing_moves_without_a_selection) {
     load_tree("ab");
     action_tree_select(TREE_NONE);
@@ -237,7 +293,7 @@ TEST(ActionTree, a_new_action_without_a_selection_clears_the_tree) {
     EXPECT_EQ(saved_text(), "d");
 }
 
-TEST(ActionTree, a_51st_action_is_refused) {
+TEST(ActionTree, a_51st_action_cannot_be_created) {
     load_tree("");
     for (std::int32_t i = 0; i < NODE_ACTIONS; i++)
         EXPECT_EQ(dialog_object_new_action(), i);

@@ -1,35 +1,12 @@
+#include "tests/unit/all_trees.h"
 #include "tests/unit/tree_text.h"
 
-// Every tree of up to six items with up to two submenus, every item moved up and down, against
-// rules that know nothing of how the program decides: written as text, an item that is no submenu
-// changes places with the sign next to it, be it a letter or a bracket; a submenu changes places
-// with the entry of the top level next to it.
+#include <set>
 
-static constexpr int MOST_ITEMS = 6;
-static constexpr int MOST_SUBMENUS = 2;
-static constexpr std::size_t TREES = 189; // 1 + 6 of no, 56 of one and 126 of two submenus
-
-static void grow(const std::string &text, int items, int submenus, bool open,
-                 std::vector<std::string> *trees) {
-    if (!open)
-        trees->push_back(text);
-    else
-        grow(text + ']', items, submenus, false, trees);
-    if (items == MOST_ITEMS)
-        return;
-    const char letter = static_cast<char>('a' + items);
-    grow(text + letter, items + 1, submenus, open, trees);
-    if (!open && submenus < MOST_SUBMENUS) {
-        const char upper = static_cast<char>('A' + items);
-        grow(text + upper + '[', items + 1, submenus + 1, true, trees);
-    }
-}
-
-static std::vector<std::string> all_trees() {
-    std::vector<std::string> trees;
-    grow("", 0, 0, false, &trees);
-    return trees;
-}
+// Every tree of up to six items with up to two submenus, whichever of its items are separators,
+// every item moved up and down, against rules that know nothing of how the program decides: written
+// as text, an item that is no submenu changes places with the sign next to it, be it a letter or a
+// bracket; a submenu changes places with the entry of the top level next to it.
 
 static std::vector<std::string> signs(const std::string &text) {
     std::vector<std::string> all;
@@ -56,7 +33,7 @@ static std::vector<std::string> entries(const std::string &text) {
 }
 
 static std::string moved(const std::string &text, char letter, int direction) {
-    std::vector<std::string> parts = letter <= 'Z' ? entries(text) : signs(text);
+    std::vector<std::string> parts = is_submenu_letter(letter) ? entries(text) : signs(text);
     for (std::size_t i = 0; i < parts.size(); i++) {
         const std::size_t other = i + static_cast<std::size_t>(direction);
         if (parts[i][0] != letter || other >= parts.size())
@@ -96,21 +73,61 @@ static void expect_records_agree() {
     }
 }
 
-static void expect_saved_as(const std::string &expected) {
+static void expect_record_kept(const Action &record, const std::string &separators) {
+    const char letter = tree_letter(record);
+    const std::string name(1, letter);
+    if (is_submenu_letter(letter)) {
+        EXPECT_EQ(record.name, name);
+    } else if (separators.find(letter) != std::string::npos) {
+        EXPECT_EQ(record.type, ACTION_SEPARATOR);
+        EXPECT_STREQ(record.name, "");
+    } else {
+        EXPECT_EQ(record.type, ACTION_COMMAND);
+        EXPECT_EQ(record.name, name);
+        EXPECT_EQ(record.command, "run " + name);
+    }
+}
+
+static void expect_saved_as(const std::string &expected, const std::string &separators) {
     ActionNode target;
     dialog_object_save_actions(&target.node);
     EXPECT_EQ(target.text(), expected);
+    for (std::int32_t i = 0; i < target.node.action_count; i++)
+        expect_record_kept(*target.node.actions[i], separators);
     dialog_object_load_actions(&target.node);
     EXPECT_EQ(tree_text(), shape(expected));
 }
 
-static const char *separators_of(const std::string &text) {
-    return text.size() % 2 == 0 ? "bdf" : "ace";
+static void move_selected(int direction) {
+    if (direction < 0)
+        dialog_object_move_selected_action_up();
+    else
+        dialog_object_move_selected_action_down();
+}
+
+static void expect_moves_past_one_thing(const std::string &text, const std::string &separators,
+                                        char letter, int direction) {
+    SCOPED_TRACE(text + " (" + separators + ") " + letter + (direction < 0 ? " up" : " down"));
+    load_tree(text, separators.c_str());
+    action_tree_select(tree_id(letter));
+    move_selected(direction);
+    const std::string expected = moved(text, letter, direction);
+    EXPECT_EQ(tree_text(), expected);
+    EXPECT_EQ(action_tree.selected, tree_id(letter));
+    expect_records_agree();
+    expect_saved_as(expected, separators);
 }
 
 TEST(ActionTreeMoves, the_trees_are_all_there) {
     const std::vector<std::string> trees = all_trees();
-    EXPECT_EQ(trees.size(), TREES);
+    EXPECT_EQ(std::set<std::string>(trees.begin(), trees.end()).size(), TREES);
+    std::size_t kinds = 0;
+    for (const std::string &text : trees)
+        kinds += all_separators(text).size();
+    EXPECT_EQ(kinds, KINDS);
+}
+
+TEST(ActionTreeMoves, the_rules_that_they_are_held_against_say_what_they_should) {
     EXPECT_EQ(moved("aB[cd]e", 'c', 1), "aB[dc]e");
     EXPECT_EQ(moved("aB[cd]e", 'c', -1), "acB[d]e");
     EXPECT_EQ(moved("aB[cd]e", 'd', 1), "aB[c]de");
@@ -122,22 +139,12 @@ TEST(ActionTreeMoves, the_trees_are_all_there) {
 
 TEST(ActionTreeMoves, every_item_of_every_small_tree_moves_past_exactly_one_thing) {
     for (const std::string &text : all_trees()) {
-        for (const char letter : text) {
-            if (letter == '[' || letter == ']')
-                continue;
-            for (const int direction : {-1, 1}) {
-                SCOPED_TRACE(text + " " + letter + (direction < 0 ? " up" : " down"));
-                load_tree(text, separators_of(text));
-                action_tree_select(tree_id(letter));
-                if (direction < 0)
-                    dialog_object_move_selected_action_up();
-                else
-                    dialog_object_move_selected_action_down();
-                const std::string expected = moved(text, letter, direction);
-                ASSERT_EQ(tree_text(), expected);
-                EXPECT_EQ(action_tree.selected, tree_id(letter));
-                expect_records_agree();
-                expect_saved_as(expected);
+        for (const std::string &separators : all_separators(text)) {
+            for (const char letter : letters_of(text)) {
+                for (const int direction : {-1, 1})
+                    expect_moves_past_one_thing(text, separators, letter, direction);
+                if (testing::Test::HasFailure())
+                    return;
             }
         }
     }
@@ -145,9 +152,7 @@ TEST(ActionTreeMoves, every_item_of_every_small_tree_moves_past_exactly_one_thin
 
 TEST(ActionTreeMoves, a_button_is_dark_just_where_its_move_changes_nothing) {
     for (const std::string &text : all_trees()) {
-        for (const char letter : text) {
-            if (letter == '[' || letter == ']')
-                continue;
+        for (const char letter : letters_of(text)) {
             load_tree(text);
             action_tree_select(tree_id(letter));
             const UpDownState state = dialog_object_updown_state();
@@ -159,17 +164,19 @@ TEST(ActionTreeMoves, a_button_is_dark_just_where_its_move_changes_nothing) {
 
 TEST(ActionTreeMoves, saving_and_loading_keeps_every_tree) {
     for (const std::string &text : all_trees()) {
-        SCOPED_TRACE(text);
-        load_tree(text, separators_of(text));
-        EXPECT_EQ(tree_text(), text);
-        expect_saved_as(text);
+        for (const std::string &separators : all_separators(text)) {
+            SCOPED_TRACE(text + " (" + separators + ")");
+            load_tree(text, separators.c_str());
+            EXPECT_EQ(tree_text(), text);
+            expect_saved_as(text, separators);
+        }
     }
 }
 
 TEST(ActionTreeMoves, down_and_then_up_brings_every_item_back) {
     for (const std::string &text : all_trees()) {
-        for (const char letter : text) {
-            if (letter == '[' || letter == ']' || moved(text, letter, 1) == text)
+        for (const char letter : letters_of(text)) {
+            if (moved(text, letter, 1) == text)
                 continue;
             load_tree(text);
             action_tree_select(tree_id(letter));

@@ -8,6 +8,8 @@
 #include "platform/text.h"
 #include "scene/scene_page.h"
 #include "tests/support/edit_stage.h"
+#include "tests/unit/all_trees.h"
+#include "tests/unit/tree_text.h"
 
 #include <gtest/gtest.h>
 
@@ -91,12 +93,12 @@ TEST_F(ObjectRules, a_new_object_keeps_nothing_of_the_node_that_was_in_its_place
     EXPECT_EQ(node[0].action_count, 0);
 }
 
-TEST_F(ObjectRules, a_new_object_saved_from_an_empty_tree_has_no_actions) {
+TEST_F(ObjectRules, a_new_object_with_no_actions_saved_from_an_empty_tree_gets_action_count_0) {
     EXPECT_EQ(dialog_object_apply(PLAIN), 0);
     EXPECT_EQ(node[0].action_count, 0);
 }
 
-TEST_F(ObjectRules, a_name_is_cut_at_30_characters_and_a_description_at_50) {
+TEST_F(ObjectRules, a_name_longer_than_30_characters_is_cut_at_30_on_OK_and_a_description_at_50) {
     const std::string name(31, 'n'), description(51, 'd');
     dialog_object_apply({.name = name.c_str(), .description = description.c_str(), .model_id = 0});
     EXPECT_EQ(node[0].name, std::string(30, 'n'));
@@ -140,6 +142,29 @@ TEST_F(ObjectRules, all_actions_can_be_taken_from_an_object) {
     dialog_object_delete_action();
     dialog_object_apply(PLAIN);
     EXPECT_EQ(node[0].action_count, 0);
+}
+
+// All of them on one page.
+TEST_F(ObjectRules, the_page_file_keeps_every_small_tree_of_actions) {
+    const std::vector<std::string> trees = all_trees();
+    for (const std::string &text : trees) {
+        load_tree(text, "bdf");
+        dialog_object_apply({.name = text.c_str(), .description = "", .model_id = 0});
+    }
+    ASSERT_EQ(xml_save_page("trees.orvl"), 0);
+    ASSERT_EQ(scene_load_page("trees.orvl", ""), PAGE_LOADED);
+    ASSERT_EQ(node_total, static_cast<std::int32_t>(TREES));
+    for (std::int32_t i = 0; i < node_total; i++) {
+        dialog_object_load_actions(&node[i]);
+        EXPECT_EQ(tree_text(), trees[static_cast<std::size_t>(i)]);
+        EXPECT_EQ(node[i].name, trees[static_cast<std::size_t>(i)]);
+        for (std::int32_t action = 0; action < node[i].action_count; action++) {
+            const bool second = action % 2 == 1;
+            if (node[i].actions[action]->type != ACTION_SUBMENU) {
+                EXPECT_EQ(node[i].actions[action]->type == ACTION_SEPARATOR, second);
+            }
+        }
+    }
 }
 
 TEST_F(ObjectRules, the_template_object_is_read_again) {

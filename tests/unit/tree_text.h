@@ -63,7 +63,8 @@ struct ActionNode {
     }
 };
 
-// Fills a node as a page file would; separators tells which lower-case letters are separators.
+// Fills a node as a page file would: items called by their letters, with commands "run a", "run b",
+// ...; separators tells which lower-case letters are separators.
 inline void add_actions(ActionNode *target, const std::string &text, const char *separators = "") {
     std::int32_t owner = 0, submenus = 0;
     for (const char letter : text) {
@@ -77,7 +78,9 @@ inline void add_actions(ActionNode *target, const std::string &text, const char 
             submenus++;
         } else {
             const bool separator = std::string(separators).find(letter) != std::string::npos;
-            target->add(separator ? ACTION_SEPARATOR : ACTION_COMMAND, name.c_str(), owner);
+            Action *made =
+                target->add(separator ? ACTION_SEPARATOR : ACTION_COMMAND, name.c_str(), owner);
+            text_copy(made->command, ("run " + name).c_str());
         }
     }
 }

@@ -64,9 +64,6 @@ std::int32_t add_object(const char *name, const std::string &tree, const char *s
     for (std::int32_t i = 0; i < source.node.action_count; i++) {
         action_allocate_action(&node[id].actions[i]);
         action_copy_action(node[id].actions[i], source.node.actions[i]);
-        if (node[id].actions[i]->type == ACTION_COMMAND)
-            text_format(node[id].actions[i]->command, sizeof node[id].actions[i]->command, "run %s",
-                        source.node.actions[i]->name);
     }
     return id;
 }

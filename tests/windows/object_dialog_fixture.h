@@ -24,8 +24,7 @@ struct ObjectDialogTest : testing::Test {
     static std::int32_t play(const char *title, const std::vector<Step> &steps);
 };
 
-// An object whose actions are written as in tests/unit/tree_text.h, each called by its letter;
-// commands are "run a", "run b", ...
+// An object whose actions are written as in tests/unit/tree_text.h.
 std::int32_t add_object(const char *name, const std::string &tree, const char *separators = "");
 
 HWND details(); // the pages of the tabs
