@@ -1,5 +1,6 @@
 #include "assets/model.h"
 
+#include "loaded_model.h"
 #include "platform/locations.h"
 #include "platform/text.h"
 #include "tests/support/test_folder.h"
@@ -13,27 +14,10 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <string>
 #include <vector>
 
 using namespace std::string_literals;
-
-struct LoadedModel {
-    Model model = {};
-    std::int32_t result;
-
-    explicit LoadedModel(const std::string &obj, float scale = 1.0f, const char *path = "") {
-        const std::unique_ptr<char[]> exact(new char[obj.size()]); // reading behind it is noticed
-        std::memcpy(exact.get(), obj.data(), obj.size());
-        result = model_load_memory({exact.get(), obj.size()}, path, &model, scale);
-    }
-    ~LoadedModel() {
-        model_unload(&model);
-    }
-    LoadedModel(const LoadedModel &) = delete;
-    LoadedModel &operator=(const LoadedModel &) = delete;
-};
 
 // The models folder is a fresh one, with the files a test puts there.
 struct ModelFolder : testing::Test {

@@ -2,6 +2,7 @@
 // kind of statement.
 #include "assets/model.h"
 
+#include "loaded_model.h"
 #include "tests/support/test_folder.h"
 
 #include <gtest/gtest.h>
@@ -12,28 +13,11 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <random>
 #include <string>
 #include <vector>
 
 using namespace std::string_literals;
-
-struct LoadedModel {
-    Model model = {};
-    std::int32_t result;
-
-    explicit LoadedModel(const std::string &obj, float scale = 1.0f, const char *path = "") {
-        const std::unique_ptr<char[]> exact(new char[obj.size()]); // reading behind it is noticed
-        std::memcpy(exact.get(), obj.data(), obj.size());
-        result = model_load_memory({exact.get(), obj.size()}, path, &model, scale);
-    }
-    ~LoadedModel() {
-        model_unload(&model);
-    }
-    LoadedModel(const LoadedModel &) = delete;
-    LoadedModel &operator=(const LoadedModel &) = delete;
-};
 
 struct ReferenceFile {
     std::string bytes;

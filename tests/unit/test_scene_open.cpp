@@ -1,54 +1,19 @@
 #include "scene/scene_page.h"
 
-#include "assets/model.h"
-#include "page/options.h"
-#include "platform/locations.h"
-#include "platform/text.h"
-#include "scene/interaction.h"
-#include "scene/scene.h"
-#include "tests/support/gl_context.h"
+#include "page_folder_fixture.h"
 #include "tests/support/message_script.h"
-#include "tests/support/test_folder.h"
 #ifndef _WIN32
 #include "platform/posix/recorder.h"
 #endif
 
 #include <gtest/gtest.h>
 
-// The home page is shown; transitions are off.
-struct SceneOpenTest : testing::Test {
-    GlContext context{64, 64};
-    TestFolder folder;
-
+// The home page is shown.
+struct SceneOpenTest : PageFolderTest {
     SceneOpenTest() {
-        text_copy(page_dir_location, folder.path);
-        text_copy(object_dir_location, folder.path);
-        options_set_defaults();
-        orvanel_options.good_graphics_card = 0;
-        model_init();
-        node_init_nodes();
-        template_object_init();
-        interaction_init();
-        scene_floor = {};
-        scene_resize(64, 64);
-        scene_stack_depth = 0;
-        open_mode = 0;
         for (const char *name : {"home.orvl", "one.orvl", "my_games-old.orvl"})
             folder.write(name, "<page>\n<offv>004</offv>\n</page>\n");
         EXPECT_EQ(scene_load_page("home.orvl", "Home"), PAGE_LOADED);
-    }
-    ~SceneOpenTest() override {
-        node_free_nodes();
-        template_object_free();
-        model_unload_models();
-        models_total = 0;
-        node_total = 0;
-        scene_stack_depth = 0;
-        scene_changed = 0;
-        open_mode = 0;
-        app_mode = APP_VIEW;
-        app_align_mode = 0;
-        page_dir_location[0] = object_dir_location[0] = '\0';
     }
 };
 

@@ -1,15 +1,8 @@
 #include "scene/scene_page.h"
 
-#include "assets/model.h"
-#include "page/options.h"
-#include "platform/locations.h"
-#include "platform/text.h"
+#include "page_folder_fixture.h"
 #include "scene/gl_util.h"
-#include "scene/interaction.h"
-#include "scene/scene.h"
-#include "tests/support/gl_context.h"
 #include "tests/support/message_script.h"
-#include "tests/support/test_folder.h"
 #ifdef _WIN32
 #include <windows.h>
 #else
@@ -18,38 +11,13 @@
 
 #include <gtest/gtest.h>
 
-// Pages "home", "one" and "two" on top of each other; transitions are off.
-struct SceneStackTest : testing::Test {
-    GlContext context{64, 64};
-    TestFolder folder;
-
+// Pages "home", "one" and "two" on top of each other.
+struct SceneStackTest : PageFolderTest {
     SceneStackTest() {
-        text_copy(page_dir_location, folder.path);
-        text_copy(object_dir_location, folder.path);
-        options_set_defaults();
-        orvanel_options.good_graphics_card = 0;
-        model_init();
-        node_init_nodes();
-        template_object_init();
-        interaction_init();
-        scene_floor = {};
-        scene_resize(64, 64);
-        scene_stack_depth = 0;
         write_page("home", "1", "");
         write_page("one", "2", "");
         write_page("two", "3", "");
         EXPECT_EQ(scene_load_page("home.orvl", "Home"), PAGE_LOADED);
-    }
-    ~SceneStackTest() override {
-        node_free_nodes();
-        template_object_free();
-        model_unload_models();
-        models_total = 0;
-        node_total = 0;
-        scene_stack_depth = 0;
-        scene_changed = 0;
-        app_mode = APP_VIEW;
-        page_dir_location[0] = object_dir_location[0] = '\0';
     }
 
     // A page whose resting position is (centre, centre).
