@@ -8,6 +8,7 @@ WINE64_PREFIX=$ORVANEL_CACHE/prefix64
 WINE32_PREFIX=/root/prefix32 # inside WINE32_ROOT
 export CCACHE_DIR=${CCACHE_DIR:-$ORVANEL_CACHE/ccache}
 export CCACHE_BASEDIR=$ORVANEL_ROOT CCACHE_NOHASHDIR=1
+export CCACHE_SLOPPINESS=pch_defines,time_macros # what precompiled headers need
 
 # Wine asks for browser and .NET packages at first use and writes menu entries; none is wanted.
 export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
