@@ -44,6 +44,14 @@ void enable_xp_theme(HWND dialog) {
         enable(dialog, THEME_ENABLE_TAB);
 }
 
+bool dialog_pass_to_page(HWND dialog, WPARAM wparam, LPARAM lparam) {
+    const HWND page = GetParent(reinterpret_cast<HWND>(lparam));
+    if (!IsChild(dialog, page))
+        return false;
+    SendMessageA(page, WM_COMMAND, wparam, lparam);
+    return true;
+}
+
 std::int32_t dialog_run(int template_id, DLGPROC procedure) {
     const INT_PTR result = DialogBoxParamA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(template_id),
                                            static_cast<HWND>(window_attached()), procedure, 0);

@@ -125,8 +125,11 @@ static INT_PTR CALLBACK dialog_object(HWND dialog, UINT message, WPARAM wparam, 
         return TRUE;
     case WM_COMMAND:
         if (LOWORD(wparam) != IDOK && LOWORD(wparam) != IDCANCEL)
-            return FALSE;
+            return dialog_pass_to_page(dialog, wparam, lparam) ? TRUE : FALSE;
         close(dialog, LOWORD(wparam) == IDCANCEL);
+        return TRUE;
+    case WM_CLOSE: // not by way of Cancel, which would only end the editing of a label
+        EndDialog(dialog, DIALOG_CANCEL);
         return TRUE;
     default:
         return FALSE;

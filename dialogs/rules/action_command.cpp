@@ -54,6 +54,6 @@ std::int32_t action_test(const char *name, const char *command) {
     action_substitute_name(substituted, name);
     if (substituted[0] != '\0' && run_program(substituted) == 0)
         return 0;
-    message_box(TEST_FAILED, MESSAGE_CAPTION, MessageIcon::None);
+    message_box(TEST_FAILED, MESSAGE_CAPTION, MessageIcon::Exclamation);
     return 1;
 }

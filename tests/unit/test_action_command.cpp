@@ -75,6 +75,7 @@ TEST(ActionTest, with_an_empty_command_shows_the_failure_message_without_trying_
     ASSERT_EQ(script.shown().size(), 1u);
     EXPECT_EQ(script.shown()[0].text, FAILED);
     EXPECT_EQ(script.shown()[0].caption, "Orvanel");
+    EXPECT_EQ(script.shown()[0].icon, MessageIcon::Exclamation) << "as when the menu runs it";
 #ifndef _WIN32
     EXPECT_TRUE(recorder.starts.empty());
 #endif

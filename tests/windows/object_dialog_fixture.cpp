@@ -166,3 +166,10 @@ void click_item(char letter) {
 HWND label_edit_shown() {
     return reinterpret_cast<HWND>(SendMessageA(hwnd_treeview, TVM_GETEDITCONTROL, 0, 0));
 }
+
+void type_label(const char *text) {
+    const HWND edit = label_edit_shown();
+    SendMessageA(edit, EM_SETSEL, 0, -1);
+    for (const char *character = text; *character != '\0'; character++)
+        SendMessageA(edit, WM_CHAR, static_cast<unsigned char>(*character), 1);
+}

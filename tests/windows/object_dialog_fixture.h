@@ -38,4 +38,5 @@ std::string label_shown(char letter);
 int image_shown(char letter);
 char letter_selected(); // ' ' = none
 void click_item(char letter);
-HWND label_edit_shown(); // null when no label is being edited
+HWND label_edit_shown();           // null when no label is being edited
+void type_label(const char *text); // in place of the one being edited

@@ -103,7 +103,7 @@ TEST_F(ObjectDialog, an_objects_entries_are_shown_and_ok_keeps_them) {
     EXPECT_EQ(node[id].actions[2]->owner, 1);
 }
 
-TEST_F(ObjectDialog, a_name_is_cut_at_30_characters_and_a_description_at_50) {
+TEST_F(ObjectDialog, a_name_longer_than_30_characters_is_cut_at_30_on_OK_and_a_description_at_50) {
     dialog_object_set_node(-1);
     play("New Object", {
                            [](HWND) {
@@ -147,6 +147,73 @@ TEST_F(ObjectDialog, the_model_chosen_becomes_the_objects) {
     EXPECT_STREQ(models[node[0].model_id].file_name, "printer.obj");
     EXPECT_EQ(node[0].dimensions[EXTENT_LEFT], models[node[0].model_id].min_x);
     EXPECT_NE(node[0].dimensions[EXTENT_LEFT], models[0].min_x);
+}
+
+TEST_F(ObjectDialog, stands_over_the_middle_of_the_window) {
+    dialog_object_set_node(-1);
+    play("New Object", {[](HWND dialog) {
+             RECT area, client;
+             GetWindowRect(dialog, &area);
+             GetClientRect(hWnd, &client);
+             MapWindowPoints(hWnd, nullptr, reinterpret_cast<POINT *>(&client), 2);
+             EXPECT_NEAR(area.left + area.right, client.left + client.right, 2);
+             EXPECT_NEAR(area.top + area.bottom, client.top + client.bottom, 2);
+             EXPECT_EQ(GetWindow(dialog, GW_OWNER), hWnd);
+             EXPECT_FALSE(IsWindowEnabled(hWnd));
+         }});
+    EXPECT_TRUE(IsWindowEnabled(hWnd));
+}
+
+static std::string class_of(HWND page, int id) {
+    char name[40] = "";
+    GetClassNameA(GetDlgItem(page, id), name, sizeof name);
+    return name;
+}
+
+TEST_F(ObjectDialog, the_controls_have_their_numbers_and_captions) {
+    dialog_object_set_node(add_object("server", "a"));
+    play("Object Properties", {[](HWND dialog) {
+             EXPECT_EQ(shown_text(dialog, 1), "OK");
+             EXPECT_EQ(shown_text(dialog, 2), "Cancel");
+             EXPECT_EQ(class_of(dialog, 2034), "SysTabControl32");
+             EXPECT_EQ(class_of(details(), 1000), "Edit");
+             EXPECT_EQ(class_of(details(), 2023), "Edit");
+             EXPECT_EQ(class_of(details(), 1002), "ComboBox");
+             EXPECT_EQ(class_of(details(), 1001), "orvanel:model_viewer");
+             EXPECT_EQ(class_of(details(), 2024), "ComboBox");
+             EXPECT_EQ(shown_text(details(), 1007), "<");
+             EXPECT_EQ(shown_text(details(), 1008), ">");
+             EXPECT_EQ(class_of(actions(), 2064), "SysTreeView32");
+             EXPECT_EQ(class_of(actions(), 2062), "ComboBox");
+             EXPECT_EQ(class_of(actions(), 1000), "Edit");
+             EXPECT_EQ(shown_text(actions(), RESOURCE_ACTION_COMMAND_TEXT),
+                       "Enter the name of a &program, folder, document, or Internet resource: ");
+             EXPECT_EQ(shown_text(actions(), 2057), "&Browse...");
+             EXPECT_EQ(shown_text(actions(), 2058), "Te&st");
+             EXPECT_EQ(shown_text(actions(), 2060), "Ne&w");
+             EXPECT_EQ(shown_text(actions(), 2059), "De&lete");
+             EXPECT_EQ(shown_text(actions(), 2055), "&Up");
+             EXPECT_EQ(shown_text(actions(), 2053), "&Down");
+             static const char *const types[] = {"Action", "Separator", "Submenu"};
+             for (WPARAM type = 0; type < 3; type++) {
+                 char text[20] = "";
+                 SendDlgItemMessageA(actions(), 2062, CB_GETLBTEXT, type,
+                                     reinterpret_cast<LPARAM>(text));
+                 EXPECT_STREQ(text, types[type]);
+             }
+             EXPECT_EQ(SendDlgItemMessageA(actions(), 2062, CB_GETCOUNT, 0, 0), 3);
+             static const char *const tabs[] = {"Details", "Actions"};
+             for (WPARAM tab = 0; tab < 2; tab++) {
+                 char text[20] = "";
+                 TCITEMA item = {};
+                 item.mask = TCIF_TEXT;
+                 item.pszText = text;
+                 item.cchTextMax = sizeof text;
+                 SendDlgItemMessageA(dialog, 2034, TCM_GETITEMA, tab,
+                                     reinterpret_cast<LPARAM>(&item));
+                 EXPECT_STREQ(item.pszText, tabs[tab]);
+             }
+         }});
 }
 
 // ---- tabs
@@ -223,6 +290,61 @@ TEST_F(ObjectDialog, no_field_takes_a_character_that_would_cut_the_page_file) {
                  type(actions(), RESOURCE_ACTION_COMMAND, "x < y");
                  EXPECT_EQ(shown_text(actions(), RESOURCE_ACTION_COMMAND), "x  y");
              },
+         });
+}
+
+static int balloons;
+
+static LRESULT CALLBACK watch_balloons(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
+                                       UINT_PTR, DWORD_PTR) {
+    if (message == EM_SHOWBALLOONTIP)
+        balloons++;
+    return DefSubclassProc(window, message, wparam, lparam);
+}
+
+static void put_on_clipboard(HWND owner, const std::string &text) {
+    ASSERT_NE(OpenClipboard(owner), 0);
+    EmptyClipboard();
+    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+    memcpy(GlobalLock(memory), text.c_str(), text.size() + 1);
+    GlobalUnlock(memory);
+    SetClipboardData(CF_TEXT, memory);
+    CloseClipboard();
+}
+
+static void expect_refused_when_pasted(HWND edit) {
+    ASSERT_NE(edit, nullptr);
+    SetWindowSubclass(edit, watch_balloons, 99, 0);
+    balloons = 0;
+    put_on_clipboard(edit, "a<b>c");
+    SendMessageA(edit, EM_SETSEL, 0, -1);
+    SendMessageA(edit, WM_PASTE, 0, 0);
+    char text[20] = "";
+    GetWindowTextA(edit, text, sizeof text);
+    EXPECT_STREQ(text, "ab>c");
+    EXPECT_EQ(balloons, 1);
+    SendMessageA(edit, WM_CHAR, '<', 1);
+    EXPECT_EQ(balloons, 2);
+}
+
+TEST_F(ObjectDialog, every_field_refuses_it_pasted_as_well_and_tells_why) {
+    dialog_object_set_node(add_object("server", "a"));
+    play("Object Properties",
+         {
+             [](HWND) {
+                 expect_refused_when_pasted(GetDlgItem(details(), RESOURCE_OBJECT_NAME));
+                 expect_refused_when_pasted(GetDlgItem(details(), RESOURCE_OBJECT_DESCRIPTION));
+             },
+             [](HWND dialog) { show_actions(dialog); },
+             [](HWND dialog) {
+                 expect_refused_when_pasted(GetDlgItem(actions(), RESOURCE_ACTION_COMMAND));
+                 show_actions(dialog);
+             },
+             [](HWND dialog) {
+                 SetFocus(hwnd_treeview);
+                 press(dialog, VK_F2);
+             },
+             [](HWND) { expect_refused_when_pasted(label_edit_shown()); },
          });
 }
 

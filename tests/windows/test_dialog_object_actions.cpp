@@ -5,6 +5,7 @@
 #include "dialogs/rules/action_tree.h"
 #include "dialogs/rules/dialog_object_rules.h"
 #include "page/node.h"
+#include "platform/files.h"
 #include "platform/text.h"
 #include "resources/resource_ids.h"
 #include "tests/unit/tree_text.h"
@@ -60,13 +61,6 @@ static void choose_type(int type) {
         SendMessageA(box, WM_KEYDOWN, VK_DOWN, 0);
 }
 
-static void type_label(const char *text) {
-    const HWND edit = label_edit_shown();
-    SendMessageA(edit, EM_SETSEL, 0, -1);
-    for (const char *character = text; *character != '\0'; character++)
-        SendMessageA(edit, WM_CHAR, static_cast<unsigned char>(*character), 1);
-}
-
 static bool up_and_down_are(bool up, bool down) {
     return is_enabled(actions(), RESOURCE_ACTION_UP) == up &&
            is_enabled(actions(), RESOURCE_ACTION_DOWN) == down;
@@ -95,6 +89,39 @@ TEST_F(ObjectActions, the_tree_shows_labels_pictures_and_open_submenus) {
             SendMessageA(hwnd_treeview, TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&area)), 0)
             << "its submenu is open";
     }});
+}
+
+static COLORREF caption_colour(int id) {
+    const HDC dc = CreateCompatibleDC(nullptr);
+    SendMessageA(actions(), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc),
+                 reinterpret_cast<LPARAM>(GetDlgItem(actions(), id)));
+    const COLORREF colour = GetTextColor(dc);
+    DeleteDC(dc);
+    return colour;
+}
+
+static void expect_captions(int type, int command) {
+    EXPECT_EQ(caption_colour(RESOURCE_ACTION_TYPE_TEXT), GetSysColor(type));
+    EXPECT_EQ(caption_colour(RESOURCE_ACTION_COMMAND_TEXT), GetSysColor(command));
+}
+
+TEST_F(ObjectActions, captions_are_grey_while_they_do_not_apply_to_the_selection) {
+    begin("Ab", "b");
+    play_actions({
+        [](HWND) {
+            expect_captions(COLOR_BTNTEXT, COLOR_GRAYTEXT);
+            press_button(RESOURCE_ACTION_DELETE);
+        },
+        [](HWND) {
+            expect_captions(COLOR_BTNTEXT, COLOR_GRAYTEXT);
+            choose_type(ACTION_COMMAND);
+        },
+        [](HWND) {
+            expect_captions(COLOR_BTNTEXT, COLOR_BTNTEXT);
+            press_button(RESOURCE_ACTION_DELETE);
+        },
+        [](HWND) { expect_captions(COLOR_GRAYTEXT, COLOR_GRAYTEXT); },
+    });
 }
 
 TEST_F(ObjectActions, an_empty_list_says_so_and_only_offers_a_new_action) {
@@ -286,6 +313,19 @@ TEST_F(ObjectActions, the_51st_action_is_not_offered) {
     });
 }
 
+TEST_F(ObjectActions, a_command_takes_260_characters) {
+    begin("a");
+    const std::string longest(260, 'c');
+    play_actions({
+        [&](HWND) { type(actions(), RESOURCE_ACTION_COMMAND, (longest + "cc").c_str()); },
+        [&](HWND dialog) {
+            EXPECT_EQ(shown_text(actions(), RESOURCE_ACTION_COMMAND), longest);
+            click(dialog, IDOK);
+        },
+    });
+    EXPECT_EQ(node[object].actions[0]->command, longest);
+}
+
 // ---- deleting
 
 TEST_F(ObjectActions, deleting_a_submenu_with_items_asks_and_no_keeps_everything) {
@@ -452,15 +492,41 @@ TEST_F(ObjectActions, an_item_that_becomes_a_submenu_steps_out_of_its_submenu) {
 
 // ---- testing and browsing
 
-TEST_F(ObjectActions, testing_an_empty_command_shows_the_failure) {
+TEST_F(ObjectActions, testing_an_empty_command_shows_the_failure_over_the_dialog) {
     begin("a");
+    HWND dialog_shown = nullptr;
     play_actions({
-        [](HWND) { SetDlgItemTextA(actions(), RESOURCE_ACTION_COMMAND, ""); },
+        [&](HWND dialog) {
+            dialog_shown = dialog;
+            SetDlgItemTextA(actions(), RESOURCE_ACTION_COMMAND, "");
+        },
         [](HWND) { press_button(RESOURCE_ACTION_TEST); },
     });
     ASSERT_EQ(window.script.shown().size(), 1u);
     EXPECT_EQ(window.script.shown()[0].text, TEST_FAILED);
     EXPECT_EQ(window.script.shown()[0].caption, "Orvanel");
+    EXPECT_EQ(window.script.shown()[0].owner, dialog_shown);
+}
+
+TEST_F(ObjectActions, testing_runs_the_command_as_typed_with_the_name_as_typed) {
+    begin("a");
+    const std::string made = window.pages.file("printer.txt");
+    const std::string command = "cmd.exe /c echo x>" + window.pages.file("$NAME.txt");
+    play_actions({
+        [](HWND dialog) { show_details(dialog); },
+        [](HWND) { type(details(), RESOURCE_OBJECT_NAME, "printer"); },
+        [](HWND dialog) { show_actions(dialog); },
+        [&](HWND) { type(actions(), RESOURCE_ACTION_COMMAND, command.c_str()); },
+        [](HWND) { press_button(RESOURCE_ACTION_TEST); },
+        [&](HWND) {
+            for (int look = 0; look < 500 && !file_exists(made.c_str()); look++)
+                Sleep(20);
+        },
+    });
+    EXPECT_TRUE(file_exists(made.c_str()));
+    EXPECT_TRUE(window.script.shown().empty());
+    EXPECT_STREQ(node[object].name, "server");
+    EXPECT_STREQ(node[object].actions[0]->command, "run a");
 }
 
 TEST_F(ObjectActions, testing_a_program_that_is_not_there_shows_the_failure) {
@@ -494,4 +560,44 @@ TEST_F(ObjectActions, browsing_replaces_the_program_and_keeps_its_arguments) {
     EXPECT_EQ(dialog_object_show(), DIALOG_OK);
     EXPECT_TRUE(player.done());
     EXPECT_EQ(node[object].actions[0]->command, chosen + " -x");
+}
+
+static std::vector<std::string> entries_of(HWND box) {
+    std::vector<std::string> entries;
+    const LRESULT count = SendMessageA(box, CB_GETCOUNT, 0, 0);
+    for (LRESULT i = 0; i < count; i++) {
+        char text[100] = "";
+        SendMessageA(box, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
+        entries.emplace_back(text);
+    }
+    return entries;
+}
+
+TEST_F(ObjectActions, browsing_offers_all_files_programs_and_documents_and_may_be_cancelled) {
+    begin("a");
+    const std::string program = window.pages.write("tool.exe", "");
+    std::vector<std::string> filters;
+    LRESULT chosen = -1;
+    std::string shown;
+    DialogPlayer player({
+        {"Object Properties", [](HWND dialog) { show_actions(dialog); }},
+        {"Object Properties",
+         [&](HWND) { type(actions(), RESOURCE_ACTION_COMMAND, (program + " -x").c_str()); }},
+        {"Object Properties", [](HWND) { press_button(RESOURCE_ACTION_BROWSE); }},
+        {"Browse",
+         [&](HWND dialog) {
+             filters = entries_of(GetDlgItem(dialog, cmb1));
+             chosen = SendDlgItemMessageA(dialog, cmb1, CB_GETCURSEL, 0, 0);
+             shown = shown_text(dialog, GetDlgItem(dialog, cmb13) != nullptr ? cmb13 : edt1);
+             EXPECT_FALSE(IsWindowVisible(GetDlgItem(dialog, chx1))) << "read-only";
+             PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+         }},
+        {"Object Properties", [](HWND dialog) { click(dialog, IDOK); }},
+    });
+    EXPECT_EQ(dialog_object_show(), DIALOG_OK);
+    EXPECT_TRUE(player.done());
+    EXPECT_EQ(filters, (std::vector<std::string>{"All Files", "Programs", "Documents"}));
+    EXPECT_EQ(chosen, 0);
+    EXPECT_EQ(shown, "tool.exe");
+    EXPECT_EQ(node[object].actions[0]->command, program + " -x");
 }
