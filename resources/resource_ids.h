@@ -37,6 +37,14 @@
 #define RESOURCE_CURSOR_TURN 227    // over a model that can be turned
 #define RESOURCE_CURSOR_TURNING 229 // while it is held
 
+// The dialog "New version available" (dialog_update.rc, bitmaps.rc, dialogs.rc).
+#define RESOURCE_DIALOG_UPDATE 143
+#define RESOURCE_UPDATE_ICON 144
+#define RESOURCE_UPDATE_PICTURE 146 // 32 x 32; pure green is transparent
+#define RESOURCE_UPDATE_DOWNLOAD 1000
+#define RESOURCE_UPDATE_TEXT 1001
+#define RESOURCE_UPDATE_PROGRESS 1002
+
 // What the program alone needs (orvanel.rc).
 #define RESOURCE_ICON 101
 #define RESOURCE_SPLASH 112 // bitmap, 478 x 288

@@ -12,6 +12,8 @@ button_edge='#3a4758'
 menu_edge='#d2e2f1'
 # And for the tree of actions, which lies on white.
 tree_edge='#ffffff'
+# And for pictures on dialogs.
+dialog_edge='#f0f0f0'
 menu_transparent='#00ff00'
 
 work=$(mktemp -d)
@@ -78,6 +80,7 @@ for drawing in resources/artwork/tree_*.svg; do
     name=$(basename "$drawing" .svg)
     make_small_picture "$name" "$name" "$tree_edge"
 done
+make_small_picture update update "$dialog_edge"
 make_swatch blue '#16283a' '#2b4f73' '#406182' '#5a7b9c'
 make_swatch gray '#2b2b2b' '#565656' '#676767' '#818181'
 make_swatch turquoise '#103a37' '#1f736e' '#35827d' '#4f9c97'

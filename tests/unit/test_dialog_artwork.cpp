@@ -1,4 +1,4 @@
-// The pictures and cursors of the splash screen and the model preview.
+// The pictures and cursors of the splash screen, the model preview and the update dialog.
 #include "platform/dib.h"
 #include "platform/files.h"
 #include "platform/resource.h"
@@ -31,6 +31,8 @@ TEST(DialogArtwork, the_pictures_and_cursors_have_the_ids_that_they_are_loaded_b
     EXPECT_EQ(RESOURCE_VIEWER_FLOOR, 222);
     EXPECT_EQ(RESOURCE_CURSOR_TURN, 227);
     EXPECT_EQ(RESOURCE_CURSOR_TURNING, 229);
+    EXPECT_EQ(RESOURCE_UPDATE_ICON, 144);
+    EXPECT_EQ(RESOURCE_UPDATE_PICTURE, 146);
 }
 
 TEST(DialogArtwork, the_splash_screen_fills_its_window) {
@@ -80,4 +82,33 @@ TEST(DialogArtwork, the_cursors_have_soft_edges_and_their_hot_spot_in_the_same_p
 TEST(DialogArtwork, the_hand_closes_when_it_holds_the_model) {
     EXPECT_NE(resource_file(ORVANEL_SOURCE_DIR "\\resources\\cursor_turn.cur"),
               resource_file(ORVANEL_SOURCE_DIR "\\resources\\cursor_turning.cur"));
+}
+
+TEST(DialogArtwork, the_picture_of_an_update_fills_its_square_and_lets_the_dialog_show_around_it) {
+    BitmapPixels picture;
+    ASSERT_EQ(0, resource_bitmap(RESOURCE_UPDATE_PICTURE, &picture));
+    EXPECT_EQ(picture.width, 32);
+    EXPECT_EQ(picture.height, 32);
+    int transparent = 0;
+    for (std::size_t i = 0; i + 2 < picture.bytes.size(); i += 3) {
+        const int blue = picture.bytes[i], green = picture.bytes[i + 1], red = picture.bytes[i + 2];
+        const bool is_transparent = red == 0 && green == 255 && blue == 0;
+        transparent += is_transparent ? 1 : 0;
+        EXPECT_TRUE(is_transparent || green - std::max(red, blue) <= 60) << "a green fringe";
+    }
+    EXPECT_GT(transparent, 32 * 32 / 4);
+    EXPECT_LT(transparent, 32 * 32 * 3 / 4);
+}
+
+TEST(DialogArtwork, the_icon_of_an_update_has_all_sizes_of_a_caption_in_true_colour) {
+    const std::vector<std::uint8_t> file =
+        resource_file(ORVANEL_SOURCE_DIR "\\resources\\update.ico");
+    static constexpr std::size_t ENTRY = 16; // bytes
+    std::vector<int> sizes;
+    for (std::size_t i = 0; i < static_cast<std::size_t>(number_at(file, 4)); i++) {
+        const std::size_t entry = CURSOR_HEADER + i * ENTRY; // icons begin as cursors do
+        EXPECT_EQ(32, number_at(file, entry + 6)) << "bits a pixel";
+        sizes.push_back(file.at(entry));
+    }
+    EXPECT_EQ((std::vector<int>{16, 24, 32, 48}), sizes);
 }
