@@ -8,7 +8,7 @@
 #include "scene/scene_floor.h"
 #include "tests/support/user_options.h"
 #include "tests/windows/dialog_growth.h"
-#include "tests/windows/dialog_player.h"
+#include "tests/windows/options_dialog_player.h"
 #include "tests/windows/real_window.h"
 
 #include <gtest/gtest.h>
@@ -16,8 +16,6 @@
 #include <commctrl.h>
 
 #include <cstring>
-
-static constexpr char OPTIONS[] = "Options";
 
 struct OptionsDialog : testing::Test {
     UserOptionsFile file;
@@ -28,121 +26,88 @@ struct OptionsDialog : testing::Test {
     }
 };
 
-// ---- finding one's way in the dialog
-
-// Told apart by controls that only one of them has.
-static HWND page_of(HWND dialog, OptionsTab tab) {
-    for (HWND page = nullptr; (page = FindWindowExA(dialog, page, "#32770", nullptr)) != nullptr;) {
-        const bool general = GetDlgItem(page, RESOURCE_GENERAL_ZOOM) != nullptr;
-        const bool graphics =
-            !general && GetDlgItem(page, RESOURCE_GRAPHICS_TEXT_SHADOWS) != nullptr;
-        if (tab == (general ? OPTIONS_GENERAL : graphics ? OPTIONS_GRAPHICS : OPTIONS_ACTIONS))
-            return page;
-    }
-    return nullptr;
-}
-
-static HWND tabs_of(HWND dialog) {
-    return GetDlgItem(dialog, RESOURCE_OPTIONS_TABS);
-}
-
-// With the mouse; returns its page.
-static HWND open_page(HWND dialog, OptionsTab tab) {
-    RECT area = {};
-    SendMessageA(tabs_of(dialog), TCM_GETITEMRECT, static_cast<WPARAM>(tab),
-                 reinterpret_cast<LPARAM>(&area));
-    const LPARAM middle = MAKELPARAM((area.left + area.right) / 2, (area.top + area.bottom) / 2);
-    SendMessageA(tabs_of(dialog), WM_LBUTTONDOWN, MK_LBUTTON, middle);
-    SendMessageA(tabs_of(dialog), WM_LBUTTONUP, 0, middle);
-    return page_of(dialog, tab);
-}
-
 static bool is_ticked(HWND page, int control) {
     return SendDlgItemMessageA(page, control, BM_GETCHECK, 0, 0) == BST_CHECKED;
 }
 
 static void expect_only_page(HWND dialog, OptionsTab shown) {
     for (int tab = 0; tab < OPTIONS_TABS; tab++)
-        EXPECT_EQ(IsWindowVisible(page_of(dialog, static_cast<OptionsTab>(tab))) != 0, tab == shown)
+        EXPECT_EQ(IsWindowVisible(options_page(dialog, static_cast<OptionsTab>(tab))) != 0,
+                  tab == shown)
             << tab;
-}
-
-static std::int32_t play(std::vector<DialogStep> steps) {
-    DialogPlayer player(std::move(steps));
-    const std::int32_t result = dialog_options_show();
-    EXPECT_TRUE(player.done());
-    return result;
 }
 
 // ---- tabs and boxes
 
 TEST_F(OptionsDialog, It_opens_over_the_middle_of_the_main_window) {
-    play({{OPTIONS, [](HWND dialog) {
-               RECT area, parent;
-               GetWindowRect(dialog, &area);
-               GetClientRect(hWnd, &parent);
-               MapWindowPoints(hWnd, nullptr, reinterpret_cast<POINT *>(&parent), 2);
-               EXPECT_NEAR(area.left + area.right, parent.left + parent.right, 2);
-               EXPECT_NEAR(area.top + area.bottom, parent.top + parent.bottom, 2);
-           }}});
+    play_options({{OPTIONS, [](HWND dialog) {
+                       RECT area, parent;
+                       GetWindowRect(dialog, &area);
+                       GetClientRect(hWnd, &parent);
+                       MapWindowPoints(hWnd, nullptr, reinterpret_cast<POINT *>(&parent), 2);
+                       EXPECT_NEAR(area.left + area.right, parent.left + parent.right, 2);
+                       EXPECT_NEAR(area.top + area.bottom, parent.top + parent.bottom, 2);
+                   }}});
 }
 
 TEST_F(OptionsDialog, One_page_is_shown_at_a_time_and_it_fits_into_the_tab) {
-    play({{OPTIONS, [](HWND dialog) {
-               expect_only_page(dialog, OPTIONS_GENERAL);
-               RECT frame;
-               GetWindowRect(tabs_of(dialog), &frame);
-               for (const OptionsTab tab : {OPTIONS_GRAPHICS, OPTIONS_ACTIONS, OPTIONS_GENERAL}) {
-                   const HWND page = open_page(dialog, tab);
-                   expect_only_page(dialog, tab);
-                   for (HWND control = GetWindow(page, GW_CHILD); control != nullptr;
-                        control = GetWindow(control, GW_HWNDNEXT)) {
-                       RECT area, within;
-                       GetWindowRect(control, &area);
-                       GetWindowRect(page, &within);
-                       EXPECT_TRUE(area.left >= within.left && area.right <= within.right &&
-                                   area.top >= within.top && area.bottom <= within.bottom)
-                           << tab << " " << GetDlgCtrlID(control);
-                       EXPECT_LE(within.bottom, frame.bottom);
-                       EXPECT_LE(within.right, frame.right);
-                   }
-               }
-           }}});
+    play_options(
+        {{OPTIONS, [](HWND dialog) {
+              expect_only_page(dialog, OPTIONS_GENERAL);
+              RECT frame;
+              GetWindowRect(options_tabs(dialog), &frame);
+              for (const OptionsTab tab : {OPTIONS_GRAPHICS, OPTIONS_ACTIONS, OPTIONS_GENERAL}) {
+                  const HWND page = options_open_page(dialog, tab);
+                  expect_only_page(dialog, tab);
+                  for (HWND control = GetWindow(page, GW_CHILD); control != nullptr;
+                       control = GetWindow(control, GW_HWNDNEXT)) {
+                      RECT area, within;
+                      GetWindowRect(control, &area);
+                      GetWindowRect(page, &within);
+                      EXPECT_TRUE(area.left >= within.left && area.right <= within.right &&
+                                  area.top >= within.top && area.bottom <= within.bottom)
+                          << tab << " " << GetDlgCtrlID(control);
+                      EXPECT_LE(within.bottom, frame.bottom);
+                      EXPECT_LE(within.right, frame.right);
+                  }
+              }
+          }}});
 }
 
 TEST_F(OptionsDialog, The_tabs_have_their_captions_in_order) {
-    play({{OPTIONS, [](HWND dialog) {
-               const char *captions[] = {"General", "Actions", "Graphics"};
-               ASSERT_EQ(SendMessageA(tabs_of(dialog), TCM_GETITEMCOUNT, 0, 0), 3);
-               for (WPARAM i = 0; i < 3; i++) {
-                   char text[20] = "";
-                   TCITEMA item = {};
-                   item.mask = TCIF_TEXT;
-                   item.pszText = text;
-                   item.cchTextMax = sizeof text;
-                   SendMessageA(tabs_of(dialog), TCM_GETITEMA, i, reinterpret_cast<LPARAM>(&item));
-                   EXPECT_STREQ(text, captions[i]);
-               }
-           }}});
+    play_options({{OPTIONS, [](HWND dialog) {
+                       const char *captions[] = {"General", "Actions", "Graphics"};
+                       ASSERT_EQ(SendMessageA(options_tabs(dialog), TCM_GETITEMCOUNT, 0, 0), 3);
+                       for (WPARAM i = 0; i < 3; i++) {
+                           char text[20] = "";
+                           TCITEMA item = {};
+                           item.mask = TCIF_TEXT;
+                           item.pszText = text;
+                           item.cchTextMax = sizeof text;
+                           SendMessageA(options_tabs(dialog), TCM_GETITEMA, i,
+                                        reinterpret_cast<LPARAM>(&item));
+                           EXPECT_STREQ(text, captions[i]);
+                       }
+                   }}});
 }
 
 TEST_F(OptionsDialog, Every_box_shows_its_setting_and_OK_stores_what_the_mouse_made_of_it) {
     const Options before = orvanel_options;
-    EXPECT_EQ(play({{OPTIONS,
-                     [](HWND dialog) {
-                         // Enhanced graphics last: without it boxes take no click.
-                         for (const bool enhanced : {false, true}) {
-                             for (const OptionsBox &box : OPTIONS_BOXES) {
-                                 if ((box.flag == &Options::good_graphics_card) != enhanced)
-                                     continue;
-                                 const HWND page = open_page(dialog, box.tab);
-                                 EXPECT_EQ(is_ticked(page, box.control),
-                                           orvanel_options.*box.flag == 1);
-                                 click(page, box.control);
-                             }
-                         }
-                         click(dialog, IDOK);
-                     }}}),
+    EXPECT_EQ(play_options({{OPTIONS,
+                             [](HWND dialog) {
+                                 // Enhanced graphics last: without it boxes take no click.
+                                 for (const bool enhanced : {false, true}) {
+                                     for (const OptionsBox &box : OPTIONS_BOXES) {
+                                         if ((box.flag == &Options::good_graphics_card) != enhanced)
+                                             continue;
+                                         const HWND page = options_open_page(dialog, box.tab);
+                                         EXPECT_EQ(is_ticked(page, box.control),
+                                                   orvanel_options.*box.flag == 1);
+                                         click(page, box.control);
+                                     }
+                                 }
+                                 click(dialog, IDOK);
+                             }}}),
               DIALOG_OK);
     for (const OptionsBox &box : OPTIONS_BOXES)
         EXPECT_EQ(orvanel_options.*box.flag, 1 - before.*box.flag) << box.tab << " " << box.control;
@@ -153,16 +118,16 @@ TEST_F(OptionsDialog, Every_box_shows_its_setting_and_OK_stores_what_the_mouse_m
 TEST_F(OptionsDialog, Cancel_and_Escape_change_nothing) {
     const Options before = orvanel_options;
     for (const bool escape : {false, true}) {
-        EXPECT_EQ(play({{OPTIONS,
-                         [=](HWND dialog) {
-                             const HWND page = page_of(dialog, OPTIONS_GENERAL);
-                             click(page, RESOURCE_GENERAL_UPDATES);
-                             type(page, RESOURCE_GENERAL_FOLDER, "C:\\nowhere");
-                             if (escape)
-                                 press(dialog, VK_ESCAPE);
-                             else
-                                 click(dialog, IDCANCEL);
-                         }}}),
+        EXPECT_EQ(play_options({{OPTIONS,
+                                 [=](HWND dialog) {
+                                     const HWND page = options_page(dialog, OPTIONS_GENERAL);
+                                     click(page, RESOURCE_GENERAL_UPDATES);
+                                     type(page, RESOURCE_GENERAL_FOLDER, "C:\\nowhere");
+                                     if (escape)
+                                         press(dialog, VK_ESCAPE);
+                                     else
+                                         click(dialog, IDCANCEL);
+                                 }}}),
                   DIALOG_CANCEL);
         EXPECT_EQ(std::memcmp(&before, &orvanel_options, sizeof before), 0);
     }
@@ -170,152 +135,156 @@ TEST_F(OptionsDialog, Cancel_and_Escape_change_nothing) {
 }
 
 TEST_F(OptionsDialog, Without_enhanced_graphics_its_boxes_are_disabled_and_come_back_with_it) {
-    play({{OPTIONS, [](HWND dialog) {
-               const HWND page = open_page(dialog, OPTIONS_GRAPHICS);
-               for (const bool enhanced : {true, false, true}) {
-                   for (const OptionsBox &box : OPTIONS_BOXES) {
-                       if (box.tab != OPTIONS_GRAPHICS)
-                           continue;
-                       EXPECT_EQ(is_enabled(page, box.control), enhanced || !box.enhanced)
-                           << box.control;
-                   }
-                   click(page, RESOURCE_GRAPHICS_ENHANCED);
-               }
-           }}});
+    play_options({{OPTIONS, [](HWND dialog) {
+                       const HWND page = options_open_page(dialog, OPTIONS_GRAPHICS);
+                       for (const bool enhanced : {true, false, true}) {
+                           for (const OptionsBox &box : OPTIONS_BOXES) {
+                               if (box.tab != OPTIONS_GRAPHICS)
+                                   continue;
+                               EXPECT_EQ(is_enabled(page, box.control), enhanced || !box.enhanced)
+                                   << box.control;
+                           }
+                           click(page, RESOURCE_GRAPHICS_ENHANCED);
+                       }
+                   }}});
 }
 
 TEST_F(OptionsDialog, Without_multisampling_the_anti_aliasing_box_stays_disabled_and_empty) {
     fsaa_possible = 0;
-    play({{OPTIONS, [](HWND dialog) {
-               const HWND page = open_page(dialog, OPTIONS_GRAPHICS);
-               for (int i = 0; i < 3; i++) {
-                   EXPECT_FALSE(is_enabled(page, RESOURCE_GRAPHICS_ANTI_ALIASING));
-                   EXPECT_FALSE(is_ticked(page, RESOURCE_GRAPHICS_ANTI_ALIASING));
-                   click(page, RESOURCE_GRAPHICS_ENHANCED);
-               }
-           }}});
+    play_options({{OPTIONS, [](HWND dialog) {
+                       const HWND page = options_open_page(dialog, OPTIONS_GRAPHICS);
+                       for (int i = 0; i < 3; i++) {
+                           EXPECT_FALSE(is_enabled(page, RESOURCE_GRAPHICS_ANTI_ALIASING));
+                           EXPECT_FALSE(is_ticked(page, RESOURCE_GRAPHICS_ANTI_ALIASING));
+                           click(page, RESOURCE_GRAPHICS_ENHANCED);
+                       }
+                   }}});
     EXPECT_EQ(orvanel_options.anti_aliasing, 0);
 }
 
 // ---- keyboard
 
 TEST_F(OptionsDialog, Pages_and_boxes_are_reached_with_the_keyboard_alone) {
-    EXPECT_EQ(play({{OPTIONS,
-                     [](HWND dialog) {
-                         const HWND page = page_of(dialog, OPTIONS_GENERAL);
-                         EXPECT_TRUE(has_focus(page, RESOURCE_GENERAL_HOME_TITLE));
-                         EXPECT_EQ(GetNextDlgTabItem(dialog, GetFocus(), TRUE), tabs_of(dialog));
-                         press_alt(dialog, 'O'); // confirm object deletion
-                     }},
-                    {OPTIONS,
-                     [](HWND dialog) {
-                         EXPECT_TRUE(has_focus(page_of(dialog, OPTIONS_GENERAL),
-                                               RESOURCE_GENERAL_CONFIRM_OBJECT));
-                         SendMessageA(dialog, WM_NEXTDLGCTL,
-                                      reinterpret_cast<WPARAM>(tabs_of(dialog)), TRUE);
-                         press(dialog, VK_RIGHT);
-                     }},
-                    {OPTIONS,
-                     [](HWND dialog) {
-                         expect_only_page(dialog, OPTIONS_ACTIONS);
-                         press(dialog, VK_TAB);
-                     }},
-                    {OPTIONS,
-                     [](HWND dialog) {
-                         EXPECT_TRUE(has_focus(page_of(dialog, OPTIONS_ACTIONS),
-                                               RESOURCE_ACTIONS_DOUBLE_CLICK));
-                         press(dialog, VK_SPACE);
-                         PostMessageA(GetFocus(), WM_KEYUP, VK_SPACE, 1);
-                     }},
-                    {OPTIONS, [](HWND dialog) { press(dialog, VK_RETURN); }}}),
+    EXPECT_EQ(play_options({{OPTIONS,
+                             [](HWND dialog) {
+                                 const HWND page = options_page(dialog, OPTIONS_GENERAL);
+                                 EXPECT_TRUE(has_focus(page, RESOURCE_GENERAL_HOME_TITLE));
+                                 EXPECT_EQ(GetNextDlgTabItem(dialog, GetFocus(), TRUE),
+                                           options_tabs(dialog));
+                                 press_alt(dialog, 'O'); // confirm object deletion
+                             }},
+                            {OPTIONS,
+                             [](HWND dialog) {
+                                 EXPECT_TRUE(has_focus(options_page(dialog, OPTIONS_GENERAL),
+                                                       RESOURCE_GENERAL_CONFIRM_OBJECT));
+                                 SendMessageA(dialog, WM_NEXTDLGCTL,
+                                              reinterpret_cast<WPARAM>(options_tabs(dialog)), TRUE);
+                                 press(dialog, VK_RIGHT);
+                             }},
+                            {OPTIONS,
+                             [](HWND dialog) {
+                                 expect_only_page(dialog, OPTIONS_ACTIONS);
+                                 press(dialog, VK_TAB);
+                             }},
+                            {OPTIONS,
+                             [](HWND dialog) {
+                                 EXPECT_TRUE(has_focus(options_page(dialog, OPTIONS_ACTIONS),
+                                                       RESOURCE_ACTIONS_DOUBLE_CLICK));
+                                 press(dialog, VK_SPACE);
+                                 PostMessageA(GetFocus(), WM_KEYUP, VK_SPACE, 1);
+                             }},
+                            {OPTIONS, [](HWND dialog) { press(dialog, VK_RETURN); }}}),
               DIALOG_OK);
     EXPECT_EQ(orvanel_options.confirm_object_delete, 1);
     EXPECT_EQ(orvanel_options.action_double_click_run, 0);
 }
 
 TEST_F(OptionsDialog, Control_with_Tab_or_PageDown_goes_to_the_next_page_and_back_round_and_round) {
-    play({{OPTIONS, [](HWND dialog) {
-               for (const UINT forth : {VK_TAB, VK_NEXT}) {
-                   for (const OptionsTab tab :
-                        {OPTIONS_ACTIONS, OPTIONS_GRAPHICS, OPTIONS_GENERAL}) {
-                       EXPECT_TRUE(press_with_control(forth));
-                       expect_only_page(dialog, tab);
-                       EXPECT_EQ(SendMessageA(tabs_of(dialog), TCM_GETCURSEL, 0, 0), tab);
-                   }
-               }
-               press_with_control(VK_TAB, true);
-               expect_only_page(dialog, OPTIONS_GRAPHICS);
-               press_with_control(VK_PRIOR);
-               expect_only_page(dialog, OPTIONS_ACTIONS);
-           }}});
+    play_options({{OPTIONS, [](HWND dialog) {
+                       for (const UINT forth : {VK_TAB, VK_NEXT}) {
+                           for (const OptionsTab tab :
+                                {OPTIONS_ACTIONS, OPTIONS_GRAPHICS, OPTIONS_GENERAL}) {
+                               EXPECT_TRUE(press_with_control(forth));
+                               expect_only_page(dialog, tab);
+                               EXPECT_EQ(SendMessageA(options_tabs(dialog), TCM_GETCURSEL, 0, 0),
+                                         tab);
+                           }
+                       }
+                       press_with_control(VK_TAB, true);
+                       expect_only_page(dialog, OPTIONS_GRAPHICS);
+                       press_with_control(VK_PRIOR);
+                       expect_only_page(dialog, OPTIONS_ACTIONS);
+                   }}});
 }
 
 TEST_F(OptionsDialog, Tab_and_PageDown_without_Control_stay_what_they_are) {
-    play({{OPTIONS, [](HWND dialog) {
-               for (const UINT code : {VK_TAB, VK_NEXT, VK_PRIOR}) {
-                   MSG message = {GetFocus(), WM_KEYDOWN, code, 1, 0, {}};
-                   EXPECT_FALSE(CallMsgFilterA(&message, MSGF_DIALOGBOX)) << code;
-               }
-               expect_only_page(dialog, OPTIONS_GENERAL);
-           }}});
+    play_options({{OPTIONS, [](HWND dialog) {
+                       for (const UINT code : {VK_TAB, VK_NEXT, VK_PRIOR}) {
+                           MSG message = {GetFocus(), WM_KEYDOWN, code, 1, 0, {}};
+                           EXPECT_FALSE(CallMsgFilterA(&message, MSGF_DIALOGBOX)) << code;
+                       }
+                       expect_only_page(dialog, OPTIONS_GENERAL);
+                   }}});
 }
 
 TEST_F(OptionsDialog, The_focus_never_stays_behind_in_a_hidden_page) {
-    play({{OPTIONS, [](HWND dialog) {
-               press_with_control(VK_TAB);
-               EXPECT_TRUE(
-                   has_focus(page_of(dialog, OPTIONS_ACTIONS), RESOURCE_ACTIONS_DOUBLE_CLICK));
-               open_page(dialog, OPTIONS_GRAPHICS); // with the mouse
-               EXPECT_TRUE(
-                   has_focus(page_of(dialog, OPTIONS_GRAPHICS), RESOURCE_GRAPHICS_NO_WARNINGS) ||
-                   GetFocus() == tabs_of(dialog));
-               SetFocus(GetDlgItem(dialog, IDOK));
-               press_with_control(VK_TAB);
-               EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDOK));
-           }}});
+    play_options({{OPTIONS, [](HWND dialog) {
+                       press_with_control(VK_TAB);
+                       EXPECT_TRUE(has_focus(options_page(dialog, OPTIONS_ACTIONS),
+                                             RESOURCE_ACTIONS_DOUBLE_CLICK));
+                       options_open_page(dialog, OPTIONS_GRAPHICS); // with the mouse
+                       EXPECT_TRUE(has_focus(options_page(dialog, OPTIONS_GRAPHICS),
+                                             RESOURCE_GRAPHICS_NO_WARNINGS) ||
+                                   GetFocus() == options_tabs(dialog));
+                       SetFocus(GetDlgItem(dialog, IDOK));
+                       press_with_control(VK_TAB);
+                       EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDOK));
+                   }}});
 }
 
 TEST_F(OptionsDialog, The_tab_key_goes_in_reading_order) {
-    play({{OPTIONS, [](HWND dialog) {
-               for (const OptionsTab tab : {OPTIONS_GRAPHICS, OPTIONS_ACTIONS, OPTIONS_GENERAL}) {
-                   const HWND page = open_page(dialog, tab);
-                   HWND control = tabs_of(dialog);
-                   int height = 0;
-                   while ((control = GetNextDlgTabItem(dialog, control, FALSE)) != nullptr &&
-                          GetParent(control) == page) {
-                       RECT area;
-                       GetWindowRect(control, &area);
-                       EXPECT_GE(area.bottom, height) << GetDlgCtrlID(control);
-                       height = area.bottom;
-                   }
-                   EXPECT_EQ(control, GetDlgItem(dialog, IDOK));
-                   control = GetNextDlgTabItem(dialog, control, FALSE);
-                   EXPECT_EQ(control, GetDlgItem(dialog, IDCANCEL));
-                   EXPECT_EQ(GetNextDlgTabItem(dialog, control, FALSE), tabs_of(dialog));
-               }
-           }}});
+    play_options(
+        {{OPTIONS, [](HWND dialog) {
+              for (const OptionsTab tab : {OPTIONS_GRAPHICS, OPTIONS_ACTIONS, OPTIONS_GENERAL}) {
+                  const HWND page = options_open_page(dialog, tab);
+                  HWND control = options_tabs(dialog);
+                  int height = 0;
+                  while ((control = GetNextDlgTabItem(dialog, control, FALSE)) != nullptr &&
+                         GetParent(control) == page) {
+                      RECT area;
+                      GetWindowRect(control, &area);
+                      EXPECT_GE(area.bottom, height) << GetDlgCtrlID(control);
+                      height = area.bottom;
+                  }
+                  EXPECT_EQ(control, GetDlgItem(dialog, IDOK));
+                  control = GetNextDlgTabItem(dialog, control, FALSE);
+                  EXPECT_EQ(control, GetDlgItem(dialog, IDCANCEL));
+                  EXPECT_EQ(GetNextDlgTabItem(dialog, control, FALSE), options_tabs(dialog));
+              }
+          }}});
 }
 
 // ---- zoom and colour
 
 TEST_F(OptionsDialog, The_zoom_level_follows_the_arrow_keys) {
-    play({{OPTIONS, [](HWND dialog) {
-               const HWND track =
-                   GetDlgItem(page_of(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_ZOOM);
-               EXPECT_EQ(SendMessageA(track, TBM_GETPOS, 0, 0), orvanel_options.initial_zoom_level);
-               EXPECT_EQ(SendMessageA(track, TBM_GETRANGEMIN, 0, 0), 0);
-               EXPECT_EQ(SendMessageA(track, TBM_GETRANGEMAX, 0, 0), 8);
-               for (int i = 0; i < 2; i++)
-                   SendMessageA(track, WM_KEYDOWN, VK_RIGHT, 1);
-               click(dialog, IDOK);
-           }}});
+    play_options({{OPTIONS, [](HWND dialog) {
+                       const HWND track =
+                           GetDlgItem(options_page(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_ZOOM);
+                       EXPECT_EQ(SendMessageA(track, TBM_GETPOS, 0, 0),
+                                 orvanel_options.initial_zoom_level);
+                       EXPECT_EQ(SendMessageA(track, TBM_GETRANGEMIN, 0, 0), 0);
+                       EXPECT_EQ(SendMessageA(track, TBM_GETRANGEMAX, 0, 0), 8);
+                       for (int i = 0; i < 2; i++)
+                           SendMessageA(track, WM_KEYDOWN, VK_RIGHT, 1);
+                       click(dialog, IDOK);
+                   }}});
     EXPECT_EQ(orvanel_options.initial_zoom_level, 6);
     EXPECT_EQ(scene_floor.zoom_level, 6);
     EXPECT_EQ(scene_floor.distance, -10.0f);
 }
 
 static HWND colours_of(HWND dialog) {
-    return GetDlgItem(page_of(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_COLOUR);
+    return GetDlgItem(options_page(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_COLOUR);
 }
 
 // With the keys of the closed list.
@@ -328,60 +297,60 @@ static void go_to_colour(HWND dialog, int entry) {
 
 TEST_F(OptionsDialog, The_colour_list_holds_the_presets_and_custom_and_shows_the_setting) {
     text_copy(orvanel_options.default_page_colour_name, "Purple");
-    play({{OPTIONS, [](HWND dialog) {
-               const char *names[] = {"Blue",   "Gray",  "Turquoise", "Purple",
-                                      "Orange", "Black", "Custom"};
-               const HWND list = colours_of(dialog);
-               ASSERT_EQ(SendMessageA(list, CB_GETCOUNT, 0, 0), 7);
-               for (WPARAM i = 0; i < 7; i++) {
-                   char name[20] = "";
-                   SendMessageA(list, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(name));
-                   EXPECT_STREQ(name, names[i]);
-               }
-               EXPECT_EQ(SendMessageA(list, CB_GETCURSEL, 0, 0), 3);
-           }}});
+    play_options({{OPTIONS, [](HWND dialog) {
+                       const char *names[] = {"Blue",   "Gray",  "Turquoise", "Purple",
+                                              "Orange", "Black", "Custom"};
+                       const HWND list = colours_of(dialog);
+                       ASSERT_EQ(SendMessageA(list, CB_GETCOUNT, 0, 0), 7);
+                       for (WPARAM i = 0; i < 7; i++) {
+                           char name[20] = "";
+                           SendMessageA(list, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(name));
+                           EXPECT_STREQ(name, names[i]);
+                       }
+                       EXPECT_EQ(SendMessageA(list, CB_GETCURSEL, 0, 0), 3);
+                   }}});
 }
 
 TEST_F(OptionsDialog, Another_colour_becomes_the_default) {
-    play({{OPTIONS, [](HWND dialog) {
-               go_to_colour(dialog, 4);
-               click(dialog, IDOK);
-           }}});
+    play_options({{OPTIONS, [](HWND dialog) {
+                       go_to_colour(dialog, 4);
+                       click(dialog, IDOK);
+                   }}});
     EXPECT_STREQ(orvanel_options.default_page_colour_name, "Orange");
     EXPECT_EQ(options_colour_change_flag, 1);
 }
 
 TEST_F(OptionsDialog, Choosing_the_same_preset_again_does_not_start_a_colour_blend) {
-    play({{OPTIONS, [](HWND dialog) {
-               go_to_colour(dialog, 2);
-               go_to_colour(dialog, 0);
-               click(dialog, IDOK);
-           }}});
+    play_options({{OPTIONS, [](HWND dialog) {
+                       go_to_colour(dialog, 2);
+                       go_to_colour(dialog, 0);
+                       click(dialog, IDOK);
+                   }}});
     EXPECT_EQ(options_colour_change_flag, 0);
 }
 
 TEST_F(OptionsDialog, Custom_opens_the_colour_chooser_and_its_cancel_brings_the_entry_back) {
-    play({{OPTIONS, [](HWND dialog) { go_to_colour(dialog, 5); }},
-          {OPTIONS, [](HWND dialog) { go_to_colour(dialog, 6); }},
-          {"Color", [](HWND chooser) { PostMessageA(chooser, WM_COMMAND, IDCANCEL, 0); }},
-          {OPTIONS, [](HWND dialog) {
-               EXPECT_EQ(SendMessageA(colours_of(dialog), CB_GETCURSEL, 0, 0), 5);
-               click(dialog, IDOK);
-           }}});
+    play_options({{OPTIONS, [](HWND dialog) { go_to_colour(dialog, 5); }},
+                  {OPTIONS, [](HWND dialog) { go_to_colour(dialog, 6); }},
+                  {"Color", [](HWND chooser) { PostMessageA(chooser, WM_COMMAND, IDCANCEL, 0); }},
+                  {OPTIONS, [](HWND dialog) {
+                       EXPECT_EQ(SendMessageA(colours_of(dialog), CB_GETCURSEL, 0, 0), 5);
+                       click(dialog, IDOK);
+                   }}});
     EXPECT_STREQ(orvanel_options.default_page_colour_name, "Black");
 }
 
 TEST_F(OptionsDialog, A_custom_colour_chosen_in_the_chooser_becomes_the_default) {
-    play({{OPTIONS, [](HWND dialog) { go_to_colour(dialog, 6); }},
-          {"Color",
-           [](HWND chooser) {
-               EXPECT_EQ(GetWindow(chooser, GW_OWNER), FindWindowA("#32770", OPTIONS));
-               PostMessageA(chooser, WM_COMMAND, IDOK, 0);
-           }},
-          {OPTIONS, [](HWND dialog) {
-               EXPECT_EQ(SendMessageA(colours_of(dialog), CB_GETCURSEL, 0, 0), 6);
-               click(dialog, IDOK);
-           }}});
+    play_options({{OPTIONS, [](HWND dialog) { go_to_colour(dialog, 6); }},
+                  {"Color",
+                   [](HWND chooser) {
+                       EXPECT_EQ(GetWindow(chooser, GW_OWNER), FindWindowA("#32770", OPTIONS));
+                       PostMessageA(chooser, WM_COMMAND, IDOK, 0);
+                   }},
+                  {OPTIONS, [](HWND dialog) {
+                       EXPECT_EQ(SendMessageA(colours_of(dialog), CB_GETCURSEL, 0, 0), 6);
+                       click(dialog, IDOK);
+                   }}});
     EXPECT_STREQ(orvanel_options.default_page_colour_name, "Custom");
     EXPECT_EQ(options_colour_change_flag, 1);
     const float red = colour_win_to_opengl(colour_opengl_to_win(0.07f)); // offered and taken
@@ -391,37 +360,38 @@ TEST_F(OptionsDialog, A_custom_colour_chosen_in_the_chooser_becomes_the_default)
 // ---- the page folder
 
 static void type_folder(HWND dialog, const std::string &folder) {
-    type(page_of(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_FOLDER, folder.c_str());
+    type(options_page(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_FOLDER, folder.c_str());
 }
 
 TEST_F(OptionsDialog, Typing_the_current_folder_without_its_backslash_counts_as_no_change) {
     std::string folder = page_dir_location;
     folder.pop_back();
-    play({{OPTIONS, [&](HWND dialog) {
-               EXPECT_EQ(shown_text(page_of(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_FOLDER),
-                         page_dir_location);
-               type_folder(dialog, folder);
-               click(dialog, IDOK);
-           }}});
+    play_options(
+        {{OPTIONS, [&](HWND dialog) {
+              EXPECT_EQ(shown_text(options_page(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_FOLDER),
+                        page_dir_location);
+              type_folder(dialog, folder);
+              click(dialog, IDOK);
+          }}});
     EXPECT_TRUE(window.script.shown().empty());
     EXPECT_EQ(dialog_options_folder_change_reload, 0);
 }
 
 TEST_F(OptionsDialog, An_invalid_folder_is_shown_on_the_General_tab_and_the_dialog_stays) {
-    EXPECT_EQ(play({{OPTIONS,
-                     [](HWND dialog) {
-                         type_folder(dialog, "C:\\orvanel test\\missing");
-                         open_page(dialog, OPTIONS_GRAPHICS);
-                         click(dialog, IDOK);
-                     }},
-                    {OPTIONS,
-                     [](HWND dialog) {
-                         expect_only_page(dialog, OPTIONS_GENERAL);
-                         EXPECT_EQ(SendMessageA(tabs_of(dialog), TCM_GETCURSEL, 0, 0),
-                                   OPTIONS_GENERAL);
-                         EXPECT_TRUE(
-                             has_focus(page_of(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_FOLDER));
-                     }}}),
+    EXPECT_EQ(play_options({{OPTIONS,
+                             [](HWND dialog) {
+                                 type_folder(dialog, "C:\\orvanel test\\missing");
+                                 options_open_page(dialog, OPTIONS_GRAPHICS);
+                                 click(dialog, IDOK);
+                             }},
+                            {OPTIONS,
+                             [](HWND dialog) {
+                                 expect_only_page(dialog, OPTIONS_GENERAL);
+                                 EXPECT_EQ(SendMessageA(options_tabs(dialog), TCM_GETCURSEL, 0, 0),
+                                           OPTIONS_GENERAL);
+                                 EXPECT_TRUE(has_focus(options_page(dialog, OPTIONS_GENERAL),
+                                                       RESOURCE_GENERAL_FOLDER));
+                             }}}),
               DIALOG_CANCEL);
     ASSERT_EQ(window.script.shown().size(), 1u);
     EXPECT_EQ(window.script.shown()[0].text, "The specified Page file folder is invalid.");
@@ -431,10 +401,10 @@ TEST_F(OptionsDialog, An_invalid_folder_is_shown_on_the_General_tab_and_the_dial
 TEST_F(OptionsDialog, A_folder_with_a_home_page_is_taken) {
     TestFolder other;
     other.write("home.orvl", "");
-    play({{OPTIONS, [&](HWND dialog) {
-               type_folder(dialog, other.path);
-               click(dialog, IDOK);
-           }}});
+    play_options({{OPTIONS, [&](HWND dialog) {
+                       type_folder(dialog, other.path);
+                       click(dialog, IDOK);
+                   }}});
     EXPECT_STREQ(page_dir_location, other.path);
     EXPECT_STREQ(orvanel_options.page_folder, other.path);
     EXPECT_EQ(dialog_options_folder_change_reload, 1);
@@ -442,31 +412,33 @@ TEST_F(OptionsDialog, A_folder_with_a_home_page_is_taken) {
 }
 
 TEST_F(OptionsDialog, The_browse_button_opens_the_folder_chooser_on_the_current_folder) {
-    play({{OPTIONS,
-           [](HWND dialog) {
-               type_folder(dialog, "C:\\windows\\system32\\");
-               click(page_of(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_BROWSE);
-           }},
-          {"Browse for Folder", [](HWND chooser) { PostMessageA(chooser, WM_COMMAND, IDOK, 0); }},
-          {OPTIONS, [](HWND dialog) {
-               const std::string chosen =
-                   shown_text(page_of(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_FOLDER);
-               EXPECT_STRCASEEQ(chosen.c_str(), "C:\\windows\\system32");
-           }}});
+    play_options(
+        {{OPTIONS,
+          [](HWND dialog) {
+              type_folder(dialog, "C:\\windows\\system32\\");
+              click(options_page(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_BROWSE);
+          }},
+         {"Browse for Folder", [](HWND chooser) { PostMessageA(chooser, WM_COMMAND, IDOK, 0); }},
+         {OPTIONS, [](HWND dialog) {
+              const std::string chosen =
+                  shown_text(options_page(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_FOLDER);
+              EXPECT_STRCASEEQ(chosen.c_str(), "C:\\windows\\system32");
+          }}});
 }
 
 TEST_F(OptionsDialog, A_cancelled_folder_chooser_leaves_the_text) {
-    play({{OPTIONS,
-           [](HWND dialog) {
-               type_folder(dialog, "C:\\");
-               click(page_of(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_BROWSE);
-           }},
-          {"Browse for Folder",
-           [](HWND chooser) { PostMessageA(chooser, WM_COMMAND, IDCANCEL, 0); }},
-          {OPTIONS, [](HWND dialog) {
-               EXPECT_EQ(shown_text(page_of(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_FOLDER),
-                         "C:\\");
-           }}});
+    play_options(
+        {{OPTIONS,
+          [](HWND dialog) {
+              type_folder(dialog, "C:\\");
+              click(options_page(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_BROWSE);
+          }},
+         {"Browse for Folder",
+          [](HWND chooser) { PostMessageA(chooser, WM_COMMAND, IDCANCEL, 0); }},
+         {OPTIONS, [](HWND dialog) {
+              EXPECT_EQ(shown_text(options_page(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_FOLDER),
+                        "C:\\");
+          }}});
 }
 
 // ---- growth
