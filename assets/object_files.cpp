@@ -19,7 +19,6 @@ std::int32_t last_host_model_used = OBJECT_NONE;
 std::int32_t last_page_model_used = OBJECT_NONE;
 
 static constexpr std::uint32_t START_DELAY = 500; // milliseconds; the first page has the disk
-static constexpr std::uint32_t DELAY_STEP = 10;   // milliseconds between two looks whether to stop
 static constexpr std::uint32_t POLL_TIME = 15;    // milliseconds
 static constexpr std::uint32_t STOP_TIME = 2000;  // milliseconds; a dead network drive takes longer
 static constexpr std::size_t PATH_LIMIT = 255;    // characters
@@ -199,9 +198,7 @@ void object_files_init() {
 }
 
 static void object_files_thread_func() {
-    for (std::uint32_t slept = 0; slept < START_DELAY && !stop_requested; slept += DELAY_STEP)
-        thread_sleep(DELAY_STEP);
-    if (!stop_requested)
+    if (thread_sleep_unless(stop_requested, START_DELAY))
         load(background_folder);
 }
 

@@ -12,6 +12,7 @@ extern char page_dir_location[PATH_SIZE];          // the user's page files
 // Folders of the system, without a trailing backslash. 0, or 1 when the system has none.
 int location_documents(char *path, std::size_t size);
 int location_local_app_data(char *path, std::size_t size);
+int location_temporary(char *path, std::size_t size);
 
 // Full path of the running program.
 int location_program_file(char *path, std::size_t size);

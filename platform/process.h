@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 // Starts a process in the program's own folder and environment, inheriting no handles, and lets go
 // of it. application is the program's path, or null when command_line begins with it.
@@ -15,6 +16,9 @@ int shell_open(const char *target);
 // From now on libraries come from the system's folder only: one that was put beside the program or
 // into the current folder is never loaded. Nothing to do on the posix side.
 void process_restrict_libraries();
+
+// The system's real version, whatever it tells programs that it takes for old ones.
+std::int32_t system_major_version();
 
 // Switches the system's "no disk in drive" dialogs off while alive.
 struct CriticalErrorsOff {

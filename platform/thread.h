@@ -2,6 +2,7 @@
 // share they hand over through atomic flags.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 
 struct Thread;
@@ -16,3 +17,6 @@ bool thread_join(Thread *thread, std::uint32_t milliseconds);
 
 // The calling thread's sleep: in real time, unlike clock_sleep in a test that has its own clock.
 void thread_sleep(std::uint32_t milliseconds);
+
+// The same, cut short soon after stop is set. False when it is set.
+bool thread_sleep_unless(const std::atomic<bool> &stop, std::uint32_t milliseconds);

@@ -11,7 +11,7 @@ complain() { # rule, offending lines
 
 sources=$(git ls-files '*.cpp' '*.h')
 product=$(git ls-files 'app/*' 'page/*' 'scene/*' 'assets/*' 'actions/*' 'editing/*' 'dialogs/*' \
-    'platform/*' |
+    'update/*' 'platform/*' |
     grep -E '\.(cpp|h)$')
 
 complain "<windows.h> stays at the edge of the program:" "$(

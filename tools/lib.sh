@@ -18,7 +18,7 @@ export WINEDEBUG=${WINEDEBUG:--all}
 WINE_PROXY=http://127.0.0.1:9
 
 PACKAGES_BUILD="ca-certificates ccache cmake g++ g++-mingw-w64-i686 g++-mingw-w64-x86-64 git googletest
-  libegl-dev libfreetype-dev libgl-dev libgl1-mesa-dri libglu1-mesa-dev ninja-build pkg-config"
+  libegl-dev libfreetype-dev libgl-dev libgl1-mesa-dri libglu1-mesa-dev libssl-dev ninja-build pkg-config"
 PACKAGES_RUN="debootstrap fonts-wine imagemagick openbox wine64 x11-utils xdotool xvfb"
 PACKAGES_TEST="clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev python3 python3-pil
   python3-pytest"

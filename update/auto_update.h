@@ -79,9 +79,14 @@ void auto_update_cancel_download();
 // or it was not started.
 std::int32_t auto_update_start_installer();
 
-// The vendor's page for downloading by hand, and the server's name for the dialog.
-void auto_update_download_page(char *url, std::size_t size);
+// The server's name for the dialog, and the address of a file or page there. The page for a
+// download by hand is AUTO_UPDATE_PAGE.
 const char *auto_update_site();
+inline constexpr char AUTO_UPDATE_PAGE[] = "download.html";
+inline constexpr std::size_t AUTO_UPDATE_URL_SIZE = 300; // the longest host and a file
+void auto_update_url(char (&url)[AUTO_UPDATE_URL_SIZE], const char *file);
 
-// Shutdown, before network_stop. Ends what still runs; waits a few seconds at most.
+// Shutdown, before network_stop. Ends what still runs, the download first; waits a few seconds at
+// most. An installer that was not started is deleted.
 void auto_update_stop();
+void auto_update_download_stop();

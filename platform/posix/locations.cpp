@@ -23,6 +23,10 @@ int location_local_app_data(char *path, std::size_t size) {
     return give(recorder.local_app_data, path, size);
 }
 
+int location_temporary(char *path, std::size_t size) {
+    return give(recorder.temporary, path, size);
+}
+
 int location_program_file(char *path, std::size_t size) {
     char link[PATH_MAX];
     path[0] = '\0'; // a path that was cut names something else

@@ -18,6 +18,11 @@ int shell_open(const char *target) {
 
 void process_restrict_libraries() {}
 
+std::int32_t system_major_version() {
+    static constexpr std::int32_t USUAL = 10;
+    return recorder.system_major_version != 0 ? recorder.system_major_version : USUAL;
+}
+
 CriticalErrorsOff::CriticalErrorsOff() : previous(0) {}
 
 CriticalErrorsOff::~CriticalErrorsOff() {}

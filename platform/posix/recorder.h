@@ -20,6 +20,10 @@ struct RecordedStart {
     std::string command_line;
 };
 
+struct RecordedInstaller {
+    std::string path, verb;
+};
+
 struct RecordedMenu {
     std::int32_t type; // MenuType
     std::int32_t node; // -1 = none
@@ -36,6 +40,9 @@ struct Recorder {
     std::vector<MessageAnswer> answers; // given in turn; then Ok or Cancel, whichever the box has
     std::vector<RecordedStart> starts;
     int (*start_result)(const RecordedStart &start); // null = every start succeeds
+    std::vector<RecordedInstaller> installers;       // started
+    bool installer_refused;                          // by the user or the system
+    std::int32_t system_major_version;               // 0 = 10
     std::string browser_command;                     // empty = there is no such registry key
     std::vector<RecordedMenu> menus;                 // shown, and closed without a choice
 
@@ -56,8 +63,8 @@ struct Recorder {
     std::int32_t cursor_x, cursor_y, mouse_trails;
     std::int32_t screen_width, screen_height; // 0 = 1920 x 1080
     bool network_missing;
-    std::int32_t network_users;            // starts without a stop
-    std::string documents, local_app_data; // folders; empty = the system has none
+    std::int32_t network_users;                       // starts without a stop
+    std::string documents, local_app_data, temporary; // folders; empty = the system has none
 };
 
 extern Recorder recorder;

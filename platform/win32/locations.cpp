@@ -22,6 +22,17 @@ int location_local_app_data(char *path, std::size_t size) {
     return system_folder(CSIDL_LOCAL_APPDATA, path, size);
 }
 
+int location_temporary(char *path, std::size_t size) {
+    const DWORD capacity = static_cast<DWORD>(size);
+    const DWORD length = GetTempPathA(capacity, path);
+    if (length == 0 || length >= capacity) {
+        path[0] = '\0'; // a path that was cut names something else
+        return 1;
+    }
+    path[length - 1] = '\0'; // the backslash
+    return 0;
+}
+
 int location_program_file(char *path, std::size_t size) {
     const DWORD capacity = static_cast<DWORD>(size);
     const DWORD length = GetModuleFileNameA(nullptr, path, capacity);

@@ -47,6 +47,17 @@ int shell_open(const char *target) {
     return reinterpret_cast<INT_PTR>(result) > SHELL_ERROR_MAX ? 0 : 1;
 }
 
+std::int32_t system_major_version() {
+    using GetVersion = LONG(WINAPI *)(OSVERSIONINFOW * version);
+    const auto get_version = reinterpret_cast<GetVersion>(
+        reinterpret_cast<void *>(GetProcAddress(GetModuleHandleA("ntdll.dll"), "RtlGetVersion")));
+    OSVERSIONINFOW version = {};
+    version.dwOSVersionInfoSize = sizeof version;
+    if (get_version == nullptr || get_version(&version) != 0)
+        return 0;
+    return static_cast<std::int32_t>(version.dwMajorVersion);
+}
+
 CriticalErrorsOff::CriticalErrorsOff()
     : previous(SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX)) {}
 

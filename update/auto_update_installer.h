@@ -1,0 +1,33 @@
+// The installer as it is downloaded: written to the first place that takes it, known by its digest,
+// and found unchanged before it may be started. One at a time.
+#pragma once
+
+#include "platform/signature.h"
+
+#include <cstdint>
+#include <span>
+
+struct InstallerFile;
+
+struct AutoUpdateInstaller {
+    InstallerFile *file; // null = none
+    Sha256 *sha256;      // of what was written so far
+    Sha256Digest digest; // once finished
+    std::int64_t size;   // bytes written
+    bool failed;         // not everything could be written
+};
+
+// Sets auto_update_file_name. 0, or 1 when no place takes it.
+std::int32_t auto_update_installer_open(AutoUpdateInstaller *installer);
+
+// False when it could not be written, or is more than any installer has.
+bool auto_update_installer_write(AutoUpdateInstaller *installer, std::span<const char> bytes);
+
+// All is written. 0, or 1 when the file does not hold what was written.
+std::int32_t auto_update_installer_finish(AutoUpdateInstaller *installer);
+
+// 0, or 1 when it was not started. The file is kept in either case.
+std::int32_t auto_update_installer_start(AutoUpdateInstaller *installer);
+
+// Deletes the file, if there is one.
+void auto_update_installer_discard(AutoUpdateInstaller *installer);
