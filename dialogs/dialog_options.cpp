@@ -303,7 +303,7 @@ static INT_PTR CALLBACK dialog_options(HWND dialog, UINT message, WPARAM wparam,
         open(dialog);
         return TRUE;
     case WM_COMMAND:
-        return handle_command(LOWORD(wparam));
+        return handle_command(LOWORD(wparam)) || dialog_pass_to_page(dialog, wparam, lparam);
     case WM_NOTIFY:
         return handle_notification(reinterpret_cast<const NMHDR *>(lparam));
     default:

@@ -1,10 +1,13 @@
 #include "tests/windows/dialog_layout.h"
 
+#include <commctrl.h>
+
 #include <algorithm>
 #include <cctype>
 #include <cstring>
 
 static constexpr int EDGE = 7;          // dialog units between controls and the edge
+static constexpr int PAGE_EDGE = 4;     // dialog units: the frame of a tab takes of the edge
 static constexpr int CHECK_MARK = 16;   // pixels at 96 dots an inch, with the gap to the text
 static constexpr int BUTTON_EDGES = 8;  // pixels that a push button's frame takes of its width
 static constexpr int POINT_SIZE = 8;    // of the templates
@@ -148,6 +151,37 @@ std::vector<std::string> dialog_layout_faults(int template_id, int point_size) {
         for (std::size_t j = i + 1; j < controls.size(); j++)
             check_overlap(controls[i], controls[j], &faults);
     }
+    DestroyWindow(dialog);
+    return faults;
+}
+
+static RECT free_area(HWND dialog, int tab_id) {
+    const HWND tab = GetDlgItem(dialog, tab_id);
+    char caption[] = "Page";
+    TCITEMA item = {};
+    item.mask = TCIF_TEXT;
+    item.pszText = caption;
+    SendMessageA(tab, TCM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&item));
+    RECT area = {};
+    GetClientRect(tab, &area);
+    SendMessageA(tab, TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&area));
+    return area;
+}
+
+std::vector<std::string> dialog_page_faults(int dialog_id, int tab_id, int page_id,
+                                            int point_size) {
+    const HWND dialog = make_dialog(dialog_id, point_size);
+    const HWND page = make_dialog(page_id, point_size);
+    const RECT area = free_area(dialog, tab_id);
+    RECT edge = {PAGE_EDGE, PAGE_EDGE, PAGE_EDGE, PAGE_EDGE};
+    MapDialogRect(page, &edge);
+    std::vector<std::string> faults;
+    for (const Control &control : controls_of(page)) {
+        if (control.area.right > area.right - area.left - edge.right ||
+            control.area.bottom > area.bottom - area.top - edge.bottom)
+            faults.push_back(name_of(control) + " is too near to the edge of the tab");
+    }
+    DestroyWindow(page);
     DestroyWindow(dialog);
     return faults;
 }

@@ -362,6 +362,17 @@ TEST_F(ObjectDialog, dialog_and_pages_are_laid_out_well_at_all_resolutions) {
     }
 }
 
+TEST_F(ObjectDialog, the_pages_fit_into_the_tab_at_all_resolutions) {
+    model_viewer_init();
+    for (const int page : {RESOURCE_OBJECT_DETAILS, RESOURCE_OBJECT_ACTIONS}) {
+        for (const int size : LAYOUT_POINT_SIZES) {
+            for (const std::string &fault :
+                 dialog_page_faults(RESOURCE_DIALOG_OBJECT, RESOURCE_OBJECT_TAB, page, size))
+                ADD_FAILURE() << page << " at " << size << " points: " << fault;
+        }
+    }
+}
+
 // ---- what stays behind
 
 TEST_F(ObjectDialog, leaves_nothing_behind_after_300_openings) {

@@ -441,6 +441,21 @@ TEST_F(OptionsDialog, A_cancelled_folder_chooser_leaves_the_text) {
           }}});
 }
 
+TEST_F(OptionsDialog, Enter_presses_the_button_that_has_the_focus) {
+    EXPECT_EQ(play({{OPTIONS,
+                     [](HWND dialog) {
+                         const HWND button =
+                             GetDlgItem(page_of(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_BROWSE);
+                         SendMessageA(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(button),
+                                      TRUE);
+                         press(dialog, VK_RETURN);
+                     }},
+                    {"Browse for Folder",
+                     [](HWND chooser) { PostMessageA(chooser, WM_COMMAND, IDCANCEL, 0); }},
+                    {OPTIONS, [](HWND dialog) { press(dialog, VK_ESCAPE); }}}),
+              DIALOG_CANCEL);
+}
+
 // ---- growth
 
 TEST_F(OptionsDialog, Opening_and_closing_it_300_times_leaves_nothing_behind) {
