@@ -359,6 +359,8 @@ TEST_F(OptionsDialog, A_custom_colour_chosen_in_the_chooser_becomes_the_default)
 
 // ---- the page folder
 
+static constexpr int CHOOSER_TITLE = 0x3742; // control of the system's folder chooser
+
 static void type_folder(HWND dialog, const std::string &folder) {
     type(options_page(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_FOLDER, folder.c_str());
 }
@@ -412,18 +414,22 @@ TEST_F(OptionsDialog, A_folder_with_a_home_page_is_taken) {
 }
 
 TEST_F(OptionsDialog, The_browse_button_opens_the_folder_chooser_on_the_current_folder) {
-    play_options(
-        {{OPTIONS,
-          [](HWND dialog) {
-              type_folder(dialog, "C:\\windows\\system32\\");
-              click(options_page(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_BROWSE);
-          }},
-         {"Browse for Folder", [](HWND chooser) { PostMessageA(chooser, WM_COMMAND, IDOK, 0); }},
-         {OPTIONS, [](HWND dialog) {
-              const std::string chosen =
-                  shown_text(options_page(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_FOLDER);
-              EXPECT_STRCASEEQ(chosen.c_str(), "C:\\windows\\system32");
-          }}});
+    play_options({{OPTIONS,
+                   [](HWND dialog) {
+                       type_folder(dialog, "C:\\windows\\system32\\");
+                       click(options_page(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_BROWSE);
+                   }},
+                  {"Browse for Folder",
+                   [](HWND chooser) {
+                       EXPECT_EQ(shown_text(chooser, CHOOSER_TITLE),
+                                 "Choose the folder where Orvanel will store its page files:");
+                       PostMessageA(chooser, WM_COMMAND, IDOK, 0);
+                   }},
+                  {OPTIONS, [](HWND dialog) {
+                       const std::string chosen = shown_text(options_page(dialog, OPTIONS_GENERAL),
+                                                             RESOURCE_GENERAL_FOLDER);
+                       EXPECT_STRCASEEQ(chosen.c_str(), "C:\\windows\\system32");
+                   }}});
 }
 
 TEST_F(OptionsDialog, A_cancelled_folder_chooser_leaves_the_text) {
@@ -442,17 +448,18 @@ TEST_F(OptionsDialog, A_cancelled_folder_chooser_leaves_the_text) {
 }
 
 TEST_F(OptionsDialog, Enter_presses_the_button_that_has_the_focus) {
-    EXPECT_EQ(play({{OPTIONS,
-                     [](HWND dialog) {
-                         const HWND button =
-                             GetDlgItem(page_of(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_BROWSE);
-                         SendMessageA(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(button),
-                                      TRUE);
-                         press(dialog, VK_RETURN);
-                     }},
-                    {"Browse for Folder",
-                     [](HWND chooser) { PostMessageA(chooser, WM_COMMAND, IDCANCEL, 0); }},
-                    {OPTIONS, [](HWND dialog) { press(dialog, VK_ESCAPE); }}}),
+    EXPECT_EQ(play_options({{OPTIONS,
+                             [](HWND dialog) {
+                                 const HWND button =
+                                     GetDlgItem(options_page(dialog, OPTIONS_GENERAL),
+                                                RESOURCE_GENERAL_BROWSE);
+                                 SendMessageA(dialog, WM_NEXTDLGCTL,
+                                              reinterpret_cast<WPARAM>(button), TRUE);
+                                 press(dialog, VK_RETURN);
+                             }},
+                            {"Browse for Folder",
+                             [](HWND chooser) { PostMessageA(chooser, WM_COMMAND, IDCANCEL, 0); }},
+                            {OPTIONS, [](HWND dialog) { press(dialog, VK_ESCAPE); }}}),
               DIALOG_CANCEL);
 }
 
