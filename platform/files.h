@@ -38,6 +38,13 @@ int file_replace_text(const char *path, std::string_view text);
 // cannot be created or written (nothing is left behind).
 int file_create_text(const char *path, std::string_view text);
 
+// A file written in pieces: created, or emptied when it exists, so that a failure leaves what has
+// been written. Null when it cannot be opened; else the record ends with file_writer_close.
+struct FileWriter;
+FileWriter *file_writer_open(const char *path);
+int file_writer_write(FileWriter *writer, std::string_view bytes); // 0, or 1 when not all were
+int file_writer_close(FileWriter *writer);                         // the same
+
 // 0 when the file can be opened for appending; a missing file is created empty by that. Else 1.
 int file_probe_writable(const char *path);
 

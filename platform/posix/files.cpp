@@ -196,6 +196,26 @@ int file_create_text(const char *path, std::string_view text) {
     return error == 0 ? 0 : 2;
 }
 
+struct FileWriter {
+    int file;
+};
+
+FileWriter *file_writer_open(const char *path) {
+    const int file =
+        open(native_path(path).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, FILE_MODE);
+    return file >= 0 ? new FileWriter{file} : nullptr;
+}
+
+int file_writer_write(FileWriter *writer, std::string_view bytes) {
+    return write_whole(writer->file, bytes) ? 0 : 1;
+}
+
+int file_writer_close(FileWriter *writer) {
+    const bool closed = close(writer->file) == 0;
+    delete writer;
+    return closed ? 0 : 1;
+}
+
 int file_probe_writable(const char *path) {
     if (is_read_only(path))
         return 1;

@@ -110,7 +110,7 @@ int folder_create(const char *path) {
     return CreateDirectoryA(path, nullptr) != 0 || folder_exists(path) ? 0 : 1;
 }
 
-static bool write_block(HANDLE file, const std::string &block) {
+static bool write_block(HANDLE file, std::string_view block) {
     DWORD written = 0;
     return WriteFile(file, block.data(), static_cast<DWORD>(block.size()), &written, nullptr) !=
                0 &&
@@ -201,6 +201,26 @@ int file_create_text(const char *path, std::string_view text) {
 }
 
 // Where the system lets an administrator write read-only files, they still count as such here.
+struct FileWriter {
+    HANDLE file;
+};
+
+FileWriter *file_writer_open(const char *path) {
+    const HANDLE file = CreateFileA(path, GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    return file != INVALID_HANDLE_VALUE ? new FileWriter{file} : nullptr;
+}
+
+int file_writer_write(FileWriter *writer, std::string_view bytes) {
+    return write_block(writer->file, bytes) ? 0 : 1;
+}
+
+int file_writer_close(FileWriter *writer) {
+    const bool closed = CloseHandle(writer->file) != 0;
+    delete writer;
+    return closed ? 0 : 1;
+}
+
 int file_probe_writable(const char *path) {
     if (has_attribute(path, FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY))
         return 1;
