@@ -19,7 +19,8 @@ WINE_PROXY=http://127.0.0.1:9
 
 PACKAGES_BUILD="ca-certificates ccache cmake g++ g++-mingw-w64-i686 g++-mingw-w64-x86-64 git googletest
   libegl-dev libfreetype-dev libgl-dev libgl1-mesa-dri libglu1-mesa-dev libssl-dev ninja-build pkg-config"
-PACKAGES_RUN="debootstrap fonts-wine imagemagick openbox wine64 x11-utils xdotool xvfb"
+# Wine's signatures are those of libgnutls30, which it only recommends.
+PACKAGES_RUN="debootstrap fonts-wine imagemagick libgnutls30 openbox wine64 x11-utils xdotool xvfb"
 PACKAGES_TEST="clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev python3 python3-pil
   python3-pytest"
 PACKAGES_BENCH="libbenchmark-dev libpugixml-dev libtinyobjloader-dev python3"
@@ -54,7 +55,7 @@ make_wine32_root() {
     echo "Setting up 32-bit Wine in $WINE32_ROOT (once, about a minute)"
     rm -rf "$WINE32_ROOT"
     debootstrap --arch=i386 --variant=minbase \
-        --include=wine32,wine,fonts-wine,libgl1-mesa-dri,libgl1,libglu1-mesa \
+        --include=wine32,wine,fonts-wine,libgl1-mesa-dri,libgl1,libglu1-mesa,libgnutls30 \
         bookworm "$WINE32_ROOT" >"$ORVANEL_CACHE/debootstrap.log" 2>&1 ||
         { tail -20 "$ORVANEL_CACHE/debootstrap.log"; return 1; }
     touch "$WINE32_ROOT/.complete"
