@@ -1,0 +1,162 @@
+// The download of the installer, from the choice of its place to its start.
+#include "update/auto_update.h"
+
+#include "platform/signature.h"
+#include "platform/text.h"
+#include "platform/thread.h"
+#include "update/auto_update_installer.h"
+#include "update/auto_update_server.h"
+#include "update/auto_update_signature.h"
+#include "update/http_client.h"
+
+static constexpr std::int64_t CHUNKS = 20;       // that the progress bar shows
+static constexpr std::int64_t LAST_CHUNK = 1;    // bytes; a chunk that gave no more was the last
+static constexpr std::uint32_t STOP_TIME = 2000; // milliseconds that the download has to end
+
+static Thread *download_thread;
+static AutoUpdateDialog download_dialog; // handed to the thread
+static std::atomic<bool> running;        // also when the thread is not waited for any longer
+static std::atomic<bool> cancelled;
+static HttpConnection connection; // the thread's, but for its abort
+
+// The thread's, until installer_ready hands it to the main thread.
+static AutoUpdateInstaller installer;
+static std::atomic<bool> installer_ready;
+
+// False when there is no dialog any more.
+static bool report(const AutoUpdateDialog *dialog, AutoUpdateStep step, std::int32_t value = 0) {
+    if (cancelled)
+        return false;
+    dialog->report(dialog->dialog, step, value);
+    return true;
+}
+
+static bool write_installer(void *, const char *bytes, std::size_t size) {
+    return auto_update_installer_write(&installer, {bytes, size});
+}
+
+static std::int32_t connect(std::int64_t *length) {
+    char url[AUTO_UPDATE_URL_SIZE];
+    auto_update_url(url, "orvanel_setup.exe");
+    const std::int32_t result = http_client_download_to_disk_chunked_open(url, &connection, length);
+    const bool goes_on = thread_sleep_unless(cancelled, auto_update_waits.after_connect);
+    if (result == HTTP_OK && !goes_on)
+        http_client_close(&connection);
+    return goes_on ? result : HTTP_NO_CONNECTION;
+}
+
+// Returns the bytes that arrived.
+static std::int64_t receive(const AutoUpdateDialog *dialog, std::int64_t length) {
+    const HttpSink sink = {write_installer, nullptr};
+    std::int64_t total = 0, got = 0;
+    std::int32_t chunks = 0;
+    do {
+        got = http_client_download_to_disk_chunked_get(length / CHUNKS, &connection, sink);
+        if (got <= 0)
+            break;
+        total += got;
+        report(dialog, AUTO_UPDATE_CHUNK, ++chunks);
+    } while (got > LAST_CHUNK && !cancelled);
+    http_client_close(&connection);
+    return total;
+}
+
+static bool fetch_signature(Signature *signature) {
+    char url[AUTO_UPDATE_URL_SIZE];
+    auto_update_url(url, "orvanel_setup.exe.sig");
+    char *text = nullptr;
+    if (http_client_download(url, &text) != HTTP_OK)
+        return false;
+    const bool parsed = auto_update_signature_parse(text, signature);
+    http_client_release(text);
+    return parsed;
+}
+
+// A program that knows no key takes every installer.
+static bool is_vendors() {
+    if (auto_update_server.key[0] == '\0')
+        return true;
+    SignatureKey key;
+    Signature signature;
+    return auto_update_key_parse(auto_update_server.key, &key) && fetch_signature(&signature) &&
+           signature_verify(key, installer.digest, signature);
+}
+
+// The file goes before the dialog hears of it: it may then try again, or end the program.
+static void fail(const AutoUpdateDialog *dialog, AutoUpdateStep step) {
+    auto_update_installer_discard(&installer);
+    report(dialog, step);
+}
+
+static void complete(const AutoUpdateDialog *dialog) {
+    installer_ready = true;
+    if (!report(dialog, AUTO_UPDATE_COMPLETE) && installer_ready.exchange(false))
+        auto_update_installer_discard(&installer);
+}
+
+void auto_update_check_download_new_version_thread_func(const AutoUpdateDialog *dialog) {
+    if (auto_update_installer_open(&installer) != 0) {
+        report(dialog, AUTO_UPDATE_NO_FILE);
+        return;
+    }
+    std::int64_t length = 0;
+    if (connect(&length) != HTTP_OK) {
+        fail(dialog, AUTO_UPDATE_NO_CONNECT);
+        return;
+    }
+    report(dialog, AUTO_UPDATE_CONNECTED);
+    if (receive(dialog, length) < length || auto_update_installer_finish(&installer) != 0 ||
+        !is_vendors())
+        fail(dialog, AUTO_UPDATE_FAILED);
+    else
+        complete(dialog);
+}
+
+static void run_download() {
+    auto_update_check_download_new_version_thread_func(&download_dialog);
+    running = false;
+}
+
+// Ends the record of the thread that reported its last, and with it the wait for it.
+static void join_download() {
+    if (download_thread != nullptr)
+        thread_join(download_thread, STOP_TIME);
+    download_thread = nullptr;
+}
+
+static void discard_unstarted() {
+    if (installer_ready.exchange(false))
+        auto_update_installer_discard(&installer);
+}
+
+std::int32_t auto_update_download(const AutoUpdateDialog &dialog) {
+    join_download();
+    if (running)
+        return 1; // two would write one file
+    discard_unstarted();
+    download_dialog = dialog;
+    cancelled = false;
+    http_client_allow(&connection);
+    http_client_allow_all();
+    running = true;
+    download_thread = thread_start(run_download);
+    if (download_thread == nullptr)
+        running = false;
+    return download_thread != nullptr ? 0 : 1;
+}
+
+void auto_update_cancel_download() {
+    cancelled = true;
+    http_client_abort(&connection);
+}
+
+std::int32_t auto_update_start_installer() {
+    return installer_ready.exchange(false) ? auto_update_installer_start(&installer) : 1;
+}
+
+void auto_update_download_stop() {
+    auto_update_cancel_download();
+    http_client_abort_all();
+    join_download();
+    discard_unstarted();
+}
