@@ -54,8 +54,6 @@ void auto_update_declined() {
 void auto_update_check_for_updates() {
     new_version = 0;
     current_version = AUTO_UPDATE_THIS_VERSION;
-    stop_requested = false;
-    http_client_allow_all();
     check_thread = thread_start(auto_update_check_for_updates_thread_func);
 }
 
@@ -95,8 +93,12 @@ const char *auto_update_site() {
 
 void auto_update_stop() {
     stop_requested = true;
+    http_client_abort_all();
     auto_update_download_stop();
-    if (check_thread != nullptr)
-        thread_join(check_thread, STOP_TIME);
+    const bool ended = check_thread == nullptr || thread_join(check_thread, STOP_TIME);
     check_thread = nullptr;
+    if (!ended)
+        return; // it ends when the system lets go of it, or with the process
+    stop_requested = false;
+    http_client_allow_all();
 }

@@ -87,6 +87,6 @@ inline constexpr std::size_t AUTO_UPDATE_URL_SIZE = 300; // the longest host and
 void auto_update_url(char (&url)[AUTO_UPDATE_URL_SIZE], const char *file);
 
 // Shutdown, before network_stop. Ends what still runs, the download first; waits a few seconds at
-// most. An installer that was not started is deleted.
+// most. An installer that was not started is deleted. auto_update_download_stop is a part of it.
 void auto_update_stop();
 void auto_update_download_stop();

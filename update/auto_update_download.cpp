@@ -12,10 +12,12 @@
 static constexpr std::int64_t CHUNKS = 20;       // that the progress bar shows
 static constexpr std::int64_t LAST_CHUNK = 1;    // bytes; a chunk that gave no more was the last
 static constexpr std::uint32_t STOP_TIME = 2000; // milliseconds that the download has to end
+static constexpr std::uint32_t END_TIME = 500;   // milliseconds from its last report to its end
+static constexpr std::uint32_t END_STEP = 1;     // millisecond between two looks
 
 static Thread *download_thread;
 static AutoUpdateDialog download_dialog; // handed to the thread
-static std::atomic<bool> running;        // also when the thread is not waited for any longer
+static std::atomic<bool> running;
 static std::atomic<bool> cancelled;
 static HttpConnection connection; // the thread's, but for its abort
 
@@ -45,8 +47,8 @@ static std::int32_t connect(std::int64_t *length) {
     return goes_on ? result : HTTP_NO_CONNECTION;
 }
 
-// Returns the bytes that arrived.
-static std::int64_t receive(const AutoUpdateDialog *dialog, std::int64_t length) {
+// False when fewer bytes arrived than the server announced, or they never ended.
+static bool receive(const AutoUpdateDialog *dialog, std::int64_t length) {
     const HttpSink sink = {write_installer, nullptr};
     std::int64_t total = 0, got = 0;
     std::int32_t chunks = 0;
@@ -58,7 +60,7 @@ static std::int64_t receive(const AutoUpdateDialog *dialog, std::int64_t length)
         report(dialog, AUTO_UPDATE_CHUNK, ++chunks);
     } while (got > LAST_CHUNK && !cancelled);
     http_client_close(&connection);
-    return total;
+    return total >= length && total < http_client_limits.disk_bytes;
 }
 
 static bool fetch_signature(Signature *signature) {
@@ -105,8 +107,7 @@ void auto_update_check_download_new_version_thread_func(const AutoUpdateDialog *
         return;
     }
     report(dialog, AUTO_UPDATE_CONNECTED);
-    if (receive(dialog, length) < length || auto_update_installer_finish(&installer) != 0 ||
-        !is_vendors())
+    if (!receive(dialog, length) || auto_update_installer_finish(&installer) != 0 || !is_vendors())
         fail(dialog, AUTO_UPDATE_FAILED);
     else
         complete(dialog);
@@ -117,7 +118,13 @@ static void run_download() {
     running = false;
 }
 
-// Ends the record of the thread that reported its last, and with it the wait for it.
+// The thread that has reported its last is about to end. False when it has not.
+static bool download_ended() {
+    for (std::uint32_t waited = 0; running && waited < END_TIME; waited += END_STEP)
+        thread_sleep(END_STEP);
+    return !running;
+}
+
 static void join_download() {
     if (download_thread != nullptr)
         thread_join(download_thread, STOP_TIME);
@@ -130,14 +137,13 @@ static void discard_unstarted() {
 }
 
 std::int32_t auto_update_download(const AutoUpdateDialog &dialog) {
-    join_download();
-    if (running)
+    if (!download_ended())
         return 1; // two would write one file
+    join_download();
     discard_unstarted();
     download_dialog = dialog;
     cancelled = false;
     http_client_allow(&connection);
-    http_client_allow_all();
     running = true;
     download_thread = thread_start(run_download);
     if (download_thread == nullptr)
@@ -156,7 +162,6 @@ std::int32_t auto_update_start_installer() {
 
 void auto_update_download_stop() {
     auto_update_cancel_download();
-    http_client_abort_all();
     join_download();
     discard_unstarted();
 }

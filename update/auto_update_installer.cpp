@@ -10,9 +10,8 @@
 
 static constexpr char FILE_NAME[] = "orvanel_setup.exe";
 static constexpr const char *OTHER_FOLDERS[] = {"c:\\windows\\temp", "c:\\temp", "c:"};
-static constexpr std::int64_t SIZE_MAX_BYTES = std::int64_t{1} << 30; // a server that never ends
-static constexpr std::size_t READ_BLOCK = 1u << 16;                   // bytes
-static constexpr std::int32_t ELEVATION_SINCE = 5; // newer systems know elevated programs
+static constexpr std::size_t READ_BLOCK = 1u << 16; // bytes
+static constexpr std::int32_t ELEVATION_SINCE = 5;  // newer systems know elevated programs
 
 static bool open_in(AutoUpdateInstaller *installer, const char *folder) {
     static constexpr std::size_t SEPARATOR = 1;
@@ -45,9 +44,7 @@ std::int32_t auto_update_installer_open(AutoUpdateInstaller *installer) {
 }
 
 bool auto_update_installer_write(AutoUpdateInstaller *installer, std::span<const char> bytes) {
-    installer->size += static_cast<std::int64_t>(bytes.size());
-    if (installer->failed || installer->size > SIZE_MAX_BYTES ||
-        installer_file_write(installer->file, bytes) != 0) {
+    if (installer->failed || installer_file_write(installer->file, bytes) != 0) {
         installer->failed = true;
         return false;
     }

@@ -13,14 +13,13 @@ struct AutoUpdateInstaller {
     InstallerFile *file; // null = none
     Sha256 *sha256;      // of what was written so far
     Sha256Digest digest; // once finished
-    std::int64_t size;   // bytes written
     bool failed;         // not everything could be written
 };
 
 // Sets auto_update_file_name. 0, or 1 when no place takes it.
 std::int32_t auto_update_installer_open(AutoUpdateInstaller *installer);
 
-// False when it could not be written, or is more than any installer has.
+// False when it could not be written; nothing is written any more then.
 bool auto_update_installer_write(AutoUpdateInstaller *installer, std::span<const char> bytes);
 
 // All is written. 0, or 1 when the file does not hold what was written.
