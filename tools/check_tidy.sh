@@ -15,6 +15,6 @@ check() {
 export -f check
 export stamps common
 git ls-files 'platform/*.cpp' 'platform/posix/*.cpp' 'page/*.cpp' 'assets/*.cpp' 'actions/*.cpp' \
-    'scene/*.cpp' 'editing/*.cpp' 'dialogs/rules/*.cpp' 'app/*.cpp' |
+    'scene/*.cpp' 'editing/*.cpp' 'dialogs/rules/*.cpp' 'update/*.cpp' 'app/*.cpp' |
     grep -vE '^platform/win32/|^app/(orvanel|main_window|window_procedure)\.cpp|^scene/gl_window\.cpp|^actions/menu(_draw|_icon_cache|_image|_items)?\.cpp' |
     xargs -P "$(nproc)" -I{} bash -c 'check {}'

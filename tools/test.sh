@@ -88,18 +88,20 @@ if wants checks; then
     say "Source checks"
     step format bash -c "git ls-files '*.cpp' '*.h' | xargs clang-format-14 --dry-run --Werror"
     step house-rules tools/check_rules.sh
-    build_variant native && step clang-tidy tools/check_tidy.sh
 fi
 if wants native; then
     say "Core, native, with sanitizers"
     build_step native && run_ctest native "$jobs"
 fi
-# All at once: most of the time a Windows test waits for windows and clocks, and the fuzzers, which
-# run for a fixed time, leave it the processor.
+# All at once: most of the time a Windows test waits for windows and clocks, and what searches the
+# sources and the parsers for faults leaves it the processor.
 runners=
-if wants fuzz; then
-    say "Fuzzers, $fuzz_seconds seconds each"
-    (run_fuzzers) &
+if wants fuzz || wants checks; then
+    say "Fuzzers, $fuzz_seconds seconds each, and the deeper source checks"
+    (
+        wants fuzz && run_fuzzers
+        wants checks && build_step native && step clang-tidy nice -n 19 tools/check_tidy.sh
+    ) &
     runners=$!
 fi
 for variant in win64 win32; do
