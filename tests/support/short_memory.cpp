@@ -5,10 +5,12 @@
 
 static bool counting;
 static std::int32_t made, refused_number;
+static std::size_t bytes_made;
 
 ShortMemory::ShortMemory(std::int32_t refused) {
     counting = true;
     made = 0;
+    bytes_made = 0;
     refused_number = refused;
 }
 
@@ -20,9 +22,16 @@ std::int32_t ShortMemory::requests() const {
     return made;
 }
 
+std::size_t ShortMemory::bytes() const {
+    return bytes_made;
+}
+
 static void *allocate_or_refuse(std::size_t size) {
-    if (counting && ++made == refused_number)
-        return nullptr;
+    if (counting) {
+        bytes_made += size;
+        if (++made == refused_number)
+            return nullptr;
+    }
     return std::malloc(size);
 }
 

@@ -2,6 +2,7 @@
 // those of new (std::nothrow), are counted and refused. One at a time.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 struct ShortMemory {
@@ -12,4 +13,5 @@ struct ShortMemory {
     ShortMemory &operator=(const ShortMemory &) = delete;
 
     std::int32_t requests() const; // so far
+    std::size_t bytes() const;     // asked for by them all
 };
