@@ -174,19 +174,18 @@ static std::int32_t read_headers(HttpConnection *connection, std::int64_t read_b
                                  std::int64_t *length) {
     char line[LINE_LENGTH + 1];
     std::int64_t head = read_before;
-    while (head <= HTTP_HEAD_LIMIT) {
+    for (;;) {
         const std::int32_t got = http_client_tcp_read_line(connection, line, LINE_LENGTH);
-        if (got == 0)
+        head += got;
+        if (got == 0 || head > HTTP_HEAD_LIMIT)
             return HTTP_NO_STATUS;
         if (line[0] == '\0')
             return HTTP_OK;
-        head += got;
         const char *key = std::strstr(line, LENGTH_KEY); // anywhere; the last such line wins
         if (key != nullptr)
             *length = http_client_decimal(key + sizeof LENGTH_KEY - 1,
                                           std::numeric_limits<std::int64_t>::max());
     }
-    return HTTP_NO_STATUS;
 }
 
 static std::int32_t read_head(HttpConnection *connection, std::int64_t *length) {
