@@ -47,7 +47,7 @@ static std::int32_t connect(std::int64_t *length) {
     return goes_on ? result : HTTP_NO_CONNECTION;
 }
 
-// False when fewer bytes arrived than the server announced, or they never ended.
+// False when fewer bytes arrived than the server announced, none at all, or they never ended.
 static bool receive(const AutoUpdateDialog *dialog, std::int64_t length) {
     const HttpSink sink = {write_installer, nullptr};
     std::int64_t total = 0, got = 0;
@@ -60,7 +60,7 @@ static bool receive(const AutoUpdateDialog *dialog, std::int64_t length) {
         report(dialog, AUTO_UPDATE_CHUNK, ++chunks);
     } while (got > LAST_CHUNK && !cancelled);
     http_client_close(&connection);
-    return total >= length && total < http_client_limits.disk_bytes;
+    return total > 0 && total >= length && total < http_client_limits.disk_bytes;
 }
 
 static bool fetch_signature(Signature *signature) {

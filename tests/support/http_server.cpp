@@ -265,9 +265,19 @@ void HttpServer::serve(NetworkSocket client) {
         requests.push_back(read_head(client));
         path = target_of(requests.back());
     }
-    const auto found = scripts.find(path);
-    for (const HttpStep &step : found != scripts.end() ? found->second : scripts[""])
+    for (const HttpStep &step : script_for(path))
         play(client, step);
+}
+
+HttpScript HttpServer::script_for(const std::string &path) {
+    const std::lock_guard guard(lock);
+    const auto found = scripts.find(path);
+    return found != scripts.end() ? found->second : scripts[""];
+}
+
+void HttpServer::give(const std::string &path, const HttpScript &script) {
+    const std::lock_guard guard(lock);
+    scripts[path] = script;
 }
 
 HttpProxy::HttpProxy() {

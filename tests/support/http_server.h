@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/network.h"
+#include "tests/support/spin_lock.h"
 
 #include <atomic>
 #include <cstdint>
@@ -63,6 +64,11 @@ struct HttpServer : LoopbackServer {
     ~HttpServer() override;
     std::string url(const std::string &path = "/") const; // by name: "http://localhost:…"
     void serve(NetworkSocket client) override;
+
+    // Another script, also while connections are served; they end by the one they began with.
+    void give(const std::string &path, const HttpScript &script);
+    HttpScript script_for(const std::string &path);
+    SpinLock lock;
 };
 
 // Forwards each request to the port that its URL names, on this machine whatever the host, as a
