@@ -1,10 +1,14 @@
 #include "app/main_loop.h"
 
 #include "app/hand_over.h"
+#include "dialogs/dialogs.h"
+#include "editing/page_edit.h"
 #include "platform/clock.h"
 #include "scene/frame_clock.h"
+#include "scene/interaction.h"
 #include "scene/scene.h"
 #include "scene/scene_page.h"
+#include "update/auto_update.h"
 
 #include <algorithm>
 
@@ -50,6 +54,28 @@ static void open_handed_over_page() {
     reset_frame_timer();
 }
 
+// The update replaces the program, which ends for it. A page that cannot be saved keeps it running:
+// nothing is lost.
+static void quit_for_update() {
+    if (page_edit_save() == 0)
+        run = 0;
+}
+
+static void offer_update() {
+    if (dialog_update_show() == DIALOG_UPDATE_QUIT)
+        quit_for_update();
+    else
+        auto_update_declined();
+    reset_frame_timer();
+    scene_request_redraw();
+}
+
+// The dialog would take what is being dragged out of the user's hand.
+static void poll_update() {
+    if ((mouse.flags & MOUSE_LEFT) == 0 && auto_update_poll())
+        offer_update();
+}
+
 void main_loop_pass() {
     bool idle = true;
     open_handed_over_page();
@@ -62,12 +88,14 @@ void main_loop_pass() {
     if (!timer_is_before(next_frame_timer, sys_time_ms)) {
         if (idle)
             clock_sleep(IDLE_SLEEP);
+        poll_update();
         return;
     }
     next_frame_timer += FRAME_MILLISECONDS;
     scene_process_frame();
     draw();
     catch_up();
+    poll_update(); // the next frame is not due: it may be all there is until then
 }
 
 // A time is due when it has passed.

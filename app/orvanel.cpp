@@ -13,6 +13,7 @@
 #include "scene/interaction.h"
 #include "scene/scene.h"
 #include "scene/scene_page.h"
+#include "update/auto_update.h"
 
 #include <commctrl.h>
 #include <objbase.h>
@@ -103,7 +104,7 @@ static void wait_for_work() {
         MsgWaitForMultipleObjectsEx(0, nullptr, spare_time, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
 }
 
-// Runs until the quit message; returns its exit code.
+// Runs until the quit message, and returns its exit code, or until an update ends the program.
 static int run_main_loop() {
     reset_frame_timer();
     MSG message = {};
@@ -128,6 +129,7 @@ static int run_in_window(const char *command_line) {
     if (result == PAGE_LOADED) {
         scene_invalidate_floor();
         main_window_update();
+        startup_update_check();
         clipboard_used = CLIPBOARD_EMPTY;
         exit_code = run_main_loop();
     } else {
@@ -136,6 +138,7 @@ static int run_in_window(const char *command_line) {
     startup_stop_modules();
     main_window_destroy();
     mouse_trails_stop();
+    auto_update_stop(); // it may take a moment, with the window gone
     return exit_code;
 }
 

@@ -21,6 +21,8 @@
 #include "scene/interaction.h"
 #include "scene/scene.h"
 #include "scene/scene_page.h"
+#include "update/auto_update.h"
+#include "update/http_client.h"
 
 #include <algorithm>
 #include <cstring>
@@ -36,6 +38,9 @@ static constexpr std::size_t FOLDER_MESSAGE_SIZE = 400; // the longest path and 
 static constexpr std::uint32_t SPLASH_SCREEN_PAUSE = 500; // milliseconds
 
 static constexpr float PAGE_ALPHA = 0.8f; // the floor lets the reflections through
+
+// What servers learn of the program; nothing of the machine or the user.
+static constexpr char AGENT[] = "Orvanel/1.4.1";
 
 static constexpr char HOME_FILE[] = "home.orvl";
 static constexpr char OPTIONS_INVALID_TEXT[] =
@@ -59,6 +64,7 @@ bool startup_names_home(const char *command_line) {
 }
 
 std::int32_t startup_network() {
+    http_client_set_agent_string(AGENT);
     if (network_start() == 0)
         return 0;
     message_box("Failed to start winsock.\n", MESSAGE_CAPTION, MessageIcon::Error);
@@ -237,6 +243,11 @@ std::uint32_t startup_open_pages(const char *command_line) {
 
 void startup_report_page(std::uint32_t result) {
     report(scene_load_message(result, SCENE_TOO_MANY_ON_HOME), MessageIcon::Exclamation);
+}
+
+void startup_update_check() {
+    http_client_init_proxy_settings();
+    auto_update_start();
 }
 
 void startup_stop_modules() {

@@ -12,7 +12,7 @@ bool startup_names_page(const char *command_line); // a page file, whichever
 bool startup_names_home(const char *command_line);
 
 // ---- before the window
-// 0, or 1 after a message.
+// The network library, and the name that the program tells to servers. 0, or 1 after a message.
 std::int32_t startup_network();
 
 // exe_location and what hangs on it. 0, or 1 when the system does not tell.
@@ -48,6 +48,10 @@ void startup_migrate_pages();
 // The home page, and above it the page that the command line names. PageResult of the last one.
 std::uint32_t startup_open_pages(const char *command_line);
 void startup_report_page(std::uint32_t result);
+
+// The pages are shown. Starts the check for a new version when the options want it; nothing is sent
+// before or without that.
+void startup_update_check();
 
 // ---- the end
 // Stops the modules; the OpenGL context must still be there.

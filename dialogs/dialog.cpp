@@ -55,5 +55,5 @@ bool dialog_pass_to_page(HWND dialog, WPARAM wparam, LPARAM lparam) {
 std::int32_t dialog_run(int template_id, DLGPROC procedure) {
     const INT_PTR result = DialogBoxParamA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(template_id),
                                            static_cast<HWND>(window_attached()), procedure, 0);
-    return result == IDOK ? DIALOG_OK : DIALOG_CANCEL;
+    return result > 0 ? static_cast<std::int32_t>(result) : DIALOG_CANCEL;
 }

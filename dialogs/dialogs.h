@@ -6,7 +6,11 @@
 
 #include <cstdint>
 
-enum DialogResult : std::int32_t { DIALOG_OK = 1, DIALOG_CANCEL = 2 };
+enum DialogResult : std::int32_t {
+    DIALOG_OK = 1,
+    DIALOG_CANCEL = 2,
+    DIALOG_UPDATE_QUIT = 38666, // the program is to end: an update is being installed or fetched
+};
 
 // Node handed to the label dialog, -1 = a new label.
 extern std::int32_t dialog_node_id;
@@ -17,3 +21,4 @@ std::int32_t dialog_page_show();    // after dialog_page_set_node and dialog_pag
 std::int32_t dialog_label_show();   // for dialog_node_id
 std::int32_t dialog_options_show(); // leaves what has changed in the flags of its rules
 std::int32_t dialog_about_show();
+std::int32_t dialog_update_show(); // offers new_version_string; DIALOG_UPDATE_QUIT or DIALOG_CANCEL

@@ -91,8 +91,14 @@ give_tahoma() { # prefix
     done
 }
 
+# Programs look up even the address of this machine by its name.
+give_hosts() {
+    [ -e "$WINE32_ROOT/etc/hosts" ] || echo "127.0.0.1 localhost" >"$WINE32_ROOT/etc/hosts"
+}
+
 make_wines() {
     make_wine32_root
+    give_hosts
     make_prefix "$ORVANEL_ROOT/tools/wine64.sh" "$WINE64_PREFIX"
     make_prefix "$ORVANEL_ROOT/tools/wine32.sh" "$WINE32_ROOT$WINE32_PREFIX"
     give_tahoma "$WINE64_PREFIX"

@@ -29,6 +29,10 @@ std::int32_t dialog_about_show() {
     return show(RecordedDialog::About);
 }
 
+std::int32_t dialog_update_show() {
+    return show(RecordedDialog::Update);
+}
+
 void splash_screen_display() {
     recorder.splash_displays++;
 }

@@ -34,7 +34,7 @@ struct RecordedColour {
     std::int32_t red, green, blue; // 0..255
 };
 
-enum class RecordedDialog { Object, Page, Label, Options, About };
+enum class RecordedDialog { Object, Page, Label, Options, About, Update };
 
 struct Recorder {
     std::vector<RecordedMessage> messages;

@@ -14,6 +14,8 @@
 #include "tests/support/gl_context.h"
 #include "tests/support/message_script.h"
 #include "tests/support/test_folder.h"
+#include "update/auto_update.h"
+#include "update/http_client.h"
 
 #include <gtest/gtest.h>
 
@@ -234,6 +236,28 @@ TEST(StartupNetwork, a_missing_network_library_is_reported) {
     ASSERT_EQ(1u, recorder.messages.size());
     EXPECT_EQ("Failed to start winsock.\n", recorder.messages[0].text);
     EXPECT_EQ("Orvanel", recorder.messages[0].caption);
+}
+
+TEST(StartupNetwork, servers_learn_the_programs_name_and_version_and_nothing_else) {
+    EXPECT_EQ(0, startup_network());
+    EXPECT_STREQ("Orvanel/1.4.1", agent_string);
+}
+
+// Whether a newer version would be offered in this run.
+static bool is_offered() {
+    auto_update_waits.before_check = 3'600'000; // nobody is asked
+    startup_update_check();
+    new_version = AUTO_UPDATE_THIS_VERSION + 1;
+    const bool offered = auto_update_poll();
+    auto_update_stop();
+    return offered;
+}
+
+TEST_F(StartupOptions, the_check_for_updates_runs_when_the_options_want_it) {
+    options_set_defaults();
+    EXPECT_TRUE(is_offered());
+    orvanel_options.check_for_updates = 0;
+    EXPECT_FALSE(is_offered());
 }
 
 struct GraphicsCheck : StartupOptions {

@@ -1,4 +1,5 @@
 #include "dialogs/rules/dialog_options_rules.h"
+#include "dialogs/rules/dialog_update_rules.h"
 #include "resources/resource_ids.h"
 #include "tests/windows/dialog_template.h"
 
@@ -54,7 +55,7 @@ TEST(DialogTemplates, All_dialogs_are_there_with_their_numbers) {
     std::vector<int> numbers;
     for (const DialogTemplate &dialog : read_dialog_templates())
         numbers.push_back(dialog.number);
-    for (const int number : {104, 111, 116, 2000, 2046, 2047, 2048})
+    for (const int number : {104, 111, 116, 143, 2000, 2046, 2047, 2048})
         EXPECT_NE(std::find(numbers.begin(), numbers.end(), number), numbers.end()) << number;
 }
 
@@ -168,7 +169,10 @@ struct Measure {
     // Broken into lines of this width where that is more than 0.
     SIZE text(const TemplateItem &item, int width) const {
         RECT area = {0, 0, width, 0};
+        const bool breaks_words =
+            item.class_atom == ATOM_STATIC && (item.style & SS_EDITCONTROL) != 0;
         const UINT flags = DT_CALCRECT | (width > 0 ? DT_WORDBREAK : DT_SINGLELINE) |
+                           (breaks_words ? DT_EDITCONTROL : 0) |
                            (shows_prefix(item) ? 0 : DT_NOPREFIX);
         DrawTextW(dc, item.text.c_str(), -1, &area, flags);
         return {area.right, area.bottom};
@@ -205,6 +209,45 @@ TEST(DialogTemplates, No_text_is_clipped_at_96_120_and_144_DPI) {
         }
     }
     EXPECT_GE(texts, 3 * 37);
+}
+
+static std::vector<std::string> longest_update_texts() {
+    const std::string site(UPDATE_SITE_LENGTH, 'W'), version(24, 'W');
+    UpdateView view = dialog_update_offer(version.c_str());
+    std::vector<std::string> texts = {view.text};
+    dialog_update_connect(&view, site.c_str());
+    texts.push_back(view.text);
+    for (std::int32_t step = 0; step <= 5; step++) {
+        dialog_update_step(&view, site.c_str(), step, 0);
+        texts.push_back(view.text);
+    }
+    return texts;
+}
+
+static void expect_room_for_update(const DialogTemplate &dialog, const TemplateItem &item) {
+    for (const int dpi : DPI_VALUES) {
+        const Measure measure(dialog, dpi);
+        for (const std::string &text : longest_update_texts()) {
+            TemplateItem filled = item;
+            filled.text.assign(text.begin(), text.end());
+            expect_room(measure, dialog, filled);
+        }
+        static constexpr int PICTURE_RIGHT = 10 + 32; // pixels
+        EXPECT_GT(MulDiv(item.x, measure.base_x, 4), PICTURE_RIGHT) << dpi;
+    }
+}
+
+TEST(DialogTemplates, The_update_dialog_has_room_for_the_longest_site_and_version) {
+    int texts = 0;
+    for (const DialogTemplate &dialog : read_dialog_templates()) {
+        for (const TemplateItem &item : dialog.items) {
+            if (dialog.number != RESOURCE_DIALOG_UPDATE || item.id != RESOURCE_UPDATE_TEXT)
+                continue;
+            expect_room_for_update(dialog, item);
+            texts++;
+        }
+    }
+    EXPECT_EQ(texts, 1);
 }
 
 // ---- captions of the options

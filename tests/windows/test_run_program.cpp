@@ -2,43 +2,13 @@
 #include "platform/process.h"
 #include "platform/text.h"
 #include "tests/support/test_folder.h"
+#include "tests/windows/started_program.h"
 
 #include <windows.h>
 
 #include <gtest/gtest.h>
 
 #include <string>
-
-// This program is what gets started: copies of it write their command line beside themselves.
-static constexpr char TRACE_SWITCH[] = "--leave-a-trace";
-static constexpr DWORD WAIT_FOR_TRACE = 20'000; // milliseconds
-static constexpr DWORD WAIT_STEP = 50;          // milliseconds
-
-static std::string own_path() {
-    char path[MAX_PATH];
-    GetModuleFileNameA(nullptr, path, sizeof path);
-    return path;
-}
-
-static const bool traced = [] {
-    const std::string command_line = GetCommandLineA();
-    if (command_line.find(TRACE_SWITCH) == std::string::npos)
-        return false;
-    file_replace_text((own_path() + ".trace").c_str(), command_line);
-    ExitProcess(0);
-}();
-
-// The command line that the program at path was started with, empty when it never was.
-static std::string wait_for_trace(const std::string &path) {
-    const std::string trace = path + ".trace";
-    for (DWORD waited = 0; waited < WAIT_FOR_TRACE; waited += WAIT_STEP) {
-        std::vector<char> bytes;
-        if (file_read(trace.c_str(), &bytes) == 0)
-            return {bytes.begin(), bytes.end()};
-        Sleep(WAIT_STEP);
-    }
-    return {};
-}
 
 // A folder below "c:\program files" for programs to be found in.
 struct ProgramFiles {
@@ -51,10 +21,10 @@ struct ProgramFiles {
     }
     ~ProgramFiles() {
         for (const std::string &file : files) {
-            file_delete((file + ".trace").c_str());
+            delete_trace(file);
             for (int i = 0; i < 100 && file_exists(file.c_str()) && file_delete(file.c_str()) != 0;
                  i++)
-                Sleep(WAIT_STEP); // until the program has ended
+                Sleep(TRACE_WAIT_STEP); // until the program has ended
         }
         RemoveDirectoryA(folder.c_str());
     }
@@ -133,32 +103,6 @@ TEST(CriticalErrors, the_dialogs_are_off_only_for_a_while) {
     EXPECT_EQ(static_cast<UINT>(SEM_NOGPFAULTERRORBOX), GetErrorMode());
     SetErrorMode(before);
 }
-
-// The registry key of the default browser, put back as it was.
-struct BrowserKey {
-    HKEY key = nullptr;
-    char before[1024] = "";
-    DWORD type = 0, size = sizeof before;
-    bool had_value = false;
-
-    BrowserKey() {
-        RegCreateKeyExA(HKEY_CLASSES_ROOT, "HTTP\\shell\\open\\command", 0, nullptr, 0,
-                        KEY_ALL_ACCESS, nullptr, &key, nullptr);
-        had_value = RegQueryValueExA(key, nullptr, nullptr, &type, reinterpret_cast<BYTE *>(before),
-                                     &size) == ERROR_SUCCESS;
-    }
-    ~BrowserKey() {
-        if (had_value)
-            RegSetValueExA(key, nullptr, 0, type, reinterpret_cast<BYTE *>(before), size);
-        else
-            RegDeleteValueA(key, nullptr);
-        RegCloseKey(key);
-    }
-    void set(DWORD new_type, const void *bytes, std::size_t count) {
-        RegSetValueExA(key, nullptr, 0, new_type, static_cast<const BYTE *>(bytes),
-                       static_cast<DWORD>(count));
-    }
-};
 
 TEST(RegistryBrowserCommand, a_plain_string_is_read_also_without_its_terminator) {
     BrowserKey key;
