@@ -1,6 +1,8 @@
-// Prints the visible top-level windows of this session as a screen reader would find them: class,
-// title, and the text of every control in them, one window a line, parts separated by '|'.
-// The end-to-end tests read message boxes with it.
+// Prints what stands on the screen as a screen reader would find it, parts separated by '|'. Alone:
+// the visible top-level windows, one a line: class, title, and the text of every control. With a
+// title as argument: the visible controls of that window, one a line in tab order: class, id, text,
+// left, top, right, bottom (screen pixels), state ('checked', 'disabled', 'focus' or nothing, by
+// commas). The end-to-end tests read message boxes and dialogs with it.
 #include <windows.h>
 
 #include <cstdio>
@@ -13,29 +15,69 @@ static void print_utf8(const wchar_t *text) {
         std::putchar(bytes[i] == '\n' || bytes[i] == '\r' ? ' ' : bytes[i]);
 }
 
-static BOOL CALLBACK print_control(HWND control, LPARAM) {
-    wchar_t text[1024];
-    GetWindowTextW(control, text, 1024);
-    std::putchar('|');
+static void print_text(HWND window) {
+    wchar_t text[1024] = L"";
+    SendMessageW(window, WM_GETTEXT, 1024, reinterpret_cast<LPARAM>(text));
     print_utf8(text);
+}
+
+static void print_class(HWND window) {
+    wchar_t text[256];
+    GetClassNameW(window, text, 256);
+    print_utf8(text);
+}
+
+// ---- all windows
+
+static BOOL CALLBACK print_text_of_control(HWND control, LPARAM) {
+    std::putchar('|');
+    print_text(control);
     return TRUE;
 }
 
 static BOOL CALLBACK print_window(HWND window, LPARAM) {
     if (!IsWindowVisible(window))
         return TRUE;
-    wchar_t text[1024];
-    GetClassNameW(window, text, 1024);
-    print_utf8(text);
+    print_class(window);
     std::putchar('|');
-    GetWindowTextW(window, text, 1024);
-    print_utf8(text);
-    EnumChildWindows(window, print_control, 0);
+    print_text(window);
+    EnumChildWindows(window, print_text_of_control, 0);
     std::putchar('\n');
     return TRUE;
 }
 
-int main() {
-    EnumWindows(print_window, 0);
+// ---- one window
+
+static void print_state(HWND control) {
+    GUITHREADINFO thread = {};
+    thread.cbSize = sizeof thread;
+    GetGUIThreadInfo(GetWindowThreadProcessId(control, nullptr), &thread);
+    if (SendMessageW(control, BM_GETCHECK, 0, 0) == BST_CHECKED)
+        std::printf("checked,");
+    if (!IsWindowEnabled(control))
+        std::printf("disabled,");
+    if (thread.hwndFocus == control)
+        std::printf("focus,");
+}
+
+static BOOL CALLBACK print_control(HWND control, LPARAM) {
+    if (!IsWindowVisible(control))
+        return TRUE;
+    RECT area;
+    GetWindowRect(control, &area);
+    print_class(control);
+    std::printf("|%d|", GetDlgCtrlID(control));
+    print_text(control);
+    std::printf("|%ld|%ld|%ld|%ld|", area.left, area.top, area.right, area.bottom);
+    print_state(control);
+    std::putchar('\n');
+    return TRUE;
+}
+
+int main(int count, char **arguments) {
+    if (count < 2)
+        EnumWindows(print_window, 0);
+    else
+        EnumChildWindows(FindWindowA("#32770", arguments[1]), print_control, 0);
     return 0;
 }
