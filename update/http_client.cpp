@@ -1,7 +1,7 @@
 #include "update/http_client.h"
 
 #include "platform/text.h"
-#include "update/http_client_text.h"
+#include "update/http_client_parts.h"
 
 #include <algorithm>
 #include <cstring>
@@ -188,7 +188,8 @@ static std::int32_t read_headers(HttpConnection *connection, std::int64_t read_b
     }
 }
 
-static std::int32_t read_head(HttpConnection *connection, std::int64_t *length) {
+std::int32_t http_client_read_head(HttpConnection *connection, std::int64_t *length) {
+    *length = 0;
     char line[LINE_LENGTH + 1];
     const std::int32_t got = http_client_tcp_read_line(connection, line, LINE_LENGTH);
     if (got == 0)
@@ -214,7 +215,7 @@ std::int32_t http_client_download_to_disk_chunked_open(const char *url, HttpConn
     const bool direct = http_client_use_proxy(host) != 0;
     result = send_request(connection, http_client_request(direct ? path : url, host));
     if (result == HTTP_OK)
-        result = read_head(connection, length);
+        result = http_client_read_head(connection, length);
     if (result != HTTP_OK)
         http_client_close(connection);
     return result;

@@ -1,7 +1,7 @@
 #include "update/http_client.h"
 
 #include "platform/files.h"
-#include "update/http_client_text.h"
+#include "update/http_client_parts.h"
 
 #include <cstring>
 #include <limits>
@@ -31,8 +31,8 @@ static bool is_whole(const HttpConnection *connection, std::int64_t got, std::in
     return !http_client_is_aborted(connection) && got >= length;
 }
 
-// length is 0 when the server announced none.
-static std::int32_t read_body(HttpConnection *connection, std::int64_t length, char **buffer) {
+std::int32_t http_client_read_body(HttpConnection *connection, std::int64_t length, char **buffer) {
+    *buffer = nullptr;
     if (length > HTTP_MEMORY_LIMIT)
         return HTTP_NO_MEMORY;
     const std::int64_t most = length > 0 ? length : HTTP_UNKNOWN_LENGTH_LIMIT;
@@ -55,7 +55,7 @@ std::int32_t http_client_download(const char *url, char **buffer) {
     std::int64_t length;
     std::int32_t result = http_client_download_to_disk_chunked_open(url, &connection, &length);
     if (result == HTTP_OK)
-        result = read_body(&connection, length, buffer);
+        result = http_client_read_body(&connection, length, buffer);
     http_client_close(&connection);
     return result;
 }

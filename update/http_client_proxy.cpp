@@ -1,7 +1,7 @@
 #include "update/http_client.h"
 
 #include "platform/text.h"
-#include "update/http_client_text.h"
+#include "update/http_client_parts.h"
 
 #include <algorithm>
 #include <cstring>

@@ -3,7 +3,7 @@
 #include "tests/support/short_memory.h"
 #include "tests/support/test_folder.h"
 #include "update/http_client.h"
-#include "update/http_client_text.h"
+#include "update/http_client_parts.h"
 
 #include <atomic>
 #include <gtest/gtest.h>

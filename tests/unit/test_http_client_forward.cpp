@@ -3,7 +3,7 @@
 #include "tests/support/http_server.h"
 #include "tests/support/test_folder.h"
 #include "update/http_client.h"
-#include "update/http_client_text.h"
+#include "update/http_client_parts.h"
 
 #include <gtest/gtest.h>
 #include <string>

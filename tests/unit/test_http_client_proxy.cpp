@@ -1,6 +1,6 @@
 #include "platform/text.h"
 #include "update/http_client.h"
-#include "update/http_client_text.h"
+#include "update/http_client_parts.h"
 
 #include <gtest/gtest.h>
 #include <initializer_list>

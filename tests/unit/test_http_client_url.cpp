@@ -1,5 +1,5 @@
 #include "update/http_client.h"
-#include "update/http_client_text.h"
+#include "update/http_client_parts.h"
 
 #include <gtest/gtest.h>
 #include <limits>

@@ -24,4 +24,11 @@ void http_client_set_proxy(const ProxySetting &setting);
 // The request as it is sent. target is the path, or through a proxy the whole URL.
 std::string http_client_request(const char *target, const char *host);
 
+// Reads status line and headers: HTTP_OK, HTTP_NO_STATUS or HTTP_BAD_STATUS. length is 0 when the
+// server announces none.
+std::int32_t http_client_read_head(HttpConnection *connection, std::int64_t *length);
+
+// Reads what follows into memory (http_client_download).
+std::int32_t http_client_read_body(HttpConnection *connection, std::int64_t length, char **buffer);
+
 bool http_client_is_aborted(const HttpConnection *connection);
