@@ -55,7 +55,7 @@ static std::int32_t plain_head(std::string_view *bytes, std::int64_t *length) {
     for (;;) {
         const std::string line = plain_line(bytes, &count);
         head += count;
-        if (count == 0 || head > static_cast<std::size_t>(HTTP_HEAD_LIMIT))
+        if (head > static_cast<std::size_t>(HTTP_HEAD_LIMIT))
             return HTTP_NO_STATUS;
         if (line.empty())
             return HTTP_OK;

@@ -13,7 +13,6 @@
 
 static constexpr std::uint32_t POSTPONED = 86'400; // seconds; a day
 static constexpr std::uint32_t STOP_TIME = 2000;   // milliseconds that the check has to end
-static constexpr std::size_t URL_SIZE = 300;       // the longest host and a path
 
 std::int32_t current_version;
 std::atomic<std::int32_t> new_version;

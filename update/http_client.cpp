@@ -168,8 +168,9 @@ static std::int32_t send_request(HttpConnection *connection, const std::string &
                                                                                : HTTP_NOT_SENT;
 }
 
-// Reads the lines up to an empty one. A line that fills the buffer without its end counts as whole,
-// and then the end that follows as an empty line.
+// Reads the lines up to an empty one. The end of the data counts as one: a status line has arrived,
+// so that it is not missing, and the body is empty then. A line that fills the buffer without its
+// end counts as whole, and then the end that follows as an empty line.
 static std::int32_t read_headers(HttpConnection *connection, std::int64_t read_before,
                                  std::int64_t *length) {
     char line[LINE_LENGTH + 1];
@@ -177,7 +178,7 @@ static std::int32_t read_headers(HttpConnection *connection, std::int64_t read_b
     for (;;) {
         const std::int32_t got = http_client_tcp_read_line(connection, line, LINE_LENGTH);
         head += got;
-        if (got == 0 || head > HTTP_HEAD_LIMIT)
+        if (head > HTTP_HEAD_LIMIT || http_client_is_aborted(connection))
             return HTTP_NO_STATUS;
         if (line[0] == '\0')
             return HTTP_OK;

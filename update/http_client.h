@@ -14,7 +14,7 @@ enum HttpResult : std::int32_t {
     HTTP_NO_HOST = 2,       // the name has no address, or the address is none
     HTTP_NO_CONNECTION = 3, // nobody accepts it
     HTTP_NOT_SENT = 4,
-    HTTP_NO_STATUS = 5,  // no status line arrived, or a head without end
+    HTTP_NO_STATUS = 5,  // no status line arrived, a head without end, or aborted in it
     HTTP_BAD_STATUS = 6, // the status line does not contain " 200 "; redirects among them
     HTTP_NO_MEMORY = 8,  // for the body; an announced length above HTTP_MEMORY_LIMIT as well
     HTTP_TOO_SHORT = 9,  // the connection ended before Content-Length bytes, or was aborted
