@@ -3,6 +3,7 @@
 // the program has no icon any more (the shell may still know them), "warm" when it has all.
 #include "actions/menu.h"
 #include "actions/menu_windows.h"
+#include "bench/wine/bench_scene.h"
 #include "page/node.h"
 #include "page/options.h"
 #include "platform/text.h"
@@ -11,22 +12,13 @@
 #include <objbase.h>
 #include <windows.h>
 
-#include <cstdio>
 #include <iterator>
-#include <span>
 
 static constexpr int SAMPLES = 15;
 static constexpr double FAILED = -1.0;
 
 static int entries_drawn;
 static double shown_at; // microseconds
-
-static double microseconds_now() {
-    LARGE_INTEGER frequency, count;
-    QueryPerformanceFrequency(&frequency);
-    QueryPerformanceCounter(&count);
-    return 1.0e6 * static_cast<double>(count.QuadPart) / static_cast<double>(frequency.QuadPart);
-}
 
 static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
     switch (message) {
@@ -39,7 +31,7 @@ static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wparam, LPAR
         return 1;
     case WM_ENTERIDLE:
         GdiFlush();
-        shown_at = microseconds_now();
+        shown_at = bench_microseconds();
         EndMenu();
         return 0;
     default:
@@ -92,16 +84,9 @@ static double open_menu() {
     while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
         DispatchMessageA(&message);
     entries_drawn = 0;
-    const double begin = microseconds_now();
+    const double begin = bench_microseconds();
     menu_show_menu(MENU_ACTION, 0);
     return entries_drawn >= NODE_ACTIONS ? shown_at - begin : FAILED;
-}
-
-static void print(const char *kind, std::span<const double> samples) {
-    std::printf("%s", kind);
-    for (const double sample : samples)
-        std::printf(" %.1f", sample);
-    std::printf("\n");
 }
 
 int main() {
@@ -119,9 +104,9 @@ int main() {
         cold[i] = open_menu();
         warm[i] = open_menu();
     }
-    print("menu_open/first", first);
-    print("menu_open/cold", cold);
-    print("menu_open/warm", warm);
+    bench_print("menu_open/first", first);
+    bench_print("menu_open/cold", cold);
+    bench_print("menu_open/warm", warm);
     menu_icon_cache_free();
     menu_stop();
     DestroyWindow(window);

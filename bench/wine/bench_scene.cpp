@@ -55,7 +55,7 @@ void bench_fill_page(std::span<const std::int32_t> model_ids) {
     }
 }
 
-static void find_models() {
+void bench_find_models() {
     char program[PATH_SIZE];
     location_program_file(program, sizeof program);
     for (char *cut = program; *cut != '\0'; cut++) {
@@ -86,7 +86,7 @@ static BenchScene open_window(const char *title) {
 BenchScene bench_scene_open(const char *title) {
     options_set_defaults();
     orvanel_options.initial_zoom_level = 0;
-    find_models();
+    bench_find_models();
     const BenchScene scene = open_window(title);
     interaction_init();
     model_init();

@@ -13,6 +13,7 @@ struct BenchScene {
     HGLRC context;
 };
 
+void bench_find_models(); // exe_location and the models folder; bench_scene_open does it
 BenchScene bench_scene_open(const char *title);
 void bench_scene_close(const BenchScene &scene);
 

@@ -93,13 +93,18 @@ def main():
     for program in (
         build / "bench_frame.exe",
         build / "bench_selection.exe",
-        build / "bench" / "wine" / "bench_menu.exe",
+        build / "bench_menu.exe",
+        build / "bench_dialogs.exe",
     ):
         for line in run(variant, program):
             benchmarks.append(entry(line[0], [float(value) for value in line[1:]], "us"))
-    for kind in ("first_frame", "frame"):
+    for kind, ours, peer in (
+        ("first_frame", "orvanel", "bare"),
+        ("frame", "orvanel", "bare"),
+        ("preview_frame", "control", "main_window"),
+    ):
         times = {item["name"]: item["real_time"] for item in benchmarks}
-        ratio = times[f"{kind}/orvanel"] / times[f"{kind}/bare"]
+        ratio = times[f"{kind}/{ours}"] / times[f"{kind}/{peer}"]
         benchmarks.append({"name": f"{kind}/ratio", "real_time": ratio, "time_unit": "times"})
     full_page(build / "full.orvl")
     benchmarks += idle("idle", variant, build / "orvanel_idle.exe")
