@@ -337,3 +337,21 @@ TEST(Files, a_link_to_a_folder_is_listed_as_a_folder_and_a_link) {
     EXPECT_TRUE(entry.is_link);
 }
 #endif
+
+TEST(Files, a_file_is_written_in_pieces_byte_by_byte) {
+    TestFolder folder;
+    const std::string path = folder.write("pieces", "longer than what is written now");
+    FileWriter *writer = file_writer_open(path.c_str());
+    ASSERT_NE(nullptr, writer);
+    EXPECT_EQ("", folder.read("pieces")) << "emptied at once";
+    EXPECT_EQ(0, file_writer_write(writer, "a\nb\r\n"));
+    EXPECT_EQ(0, file_writer_write(writer, std::string_view("\0c", 2)));
+    EXPECT_EQ(0, file_writer_close(writer));
+    EXPECT_EQ(std::string("a\nb\r\n\0c", 7), folder.read("pieces"));
+}
+
+TEST(Files, a_file_that_cannot_be_created_is_not_written_in_pieces) {
+    TestFolder folder;
+    EXPECT_EQ(nullptr, file_writer_open(folder.file("missing\\file").c_str()));
+    EXPECT_EQ(nullptr, file_writer_open(folder.path));
+}
