@@ -2,6 +2,7 @@
 texts apart, and with the keyboard alone."""
 
 import re
+import shutil
 import subprocess
 
 import menus
@@ -80,16 +81,10 @@ def text_of(path):
 
 @pytest.fixture(autouse=True)
 def new_folder():
-    def remove():
-        for path in NEW_FOLDER.glob("*"):
-            path.unlink()
-        if NEW_FOLDER.exists():
-            NEW_FOLDER.rmdir()
-
-    remove()
+    shutil.rmtree(NEW_FOLDER, ignore_errors=True)
     NEW_FOLDER.mkdir(parents=True)
     yield
-    remove()
+    shutil.rmtree(NEW_FOLDER, ignore_errors=True)
 
 
 # ---- pages and labels

@@ -217,6 +217,61 @@ TEST(NewPage, that_cannot_be_opened_for_want_of_levels_stays_on_this_page) {
     EXPECT_EQ(node[0].height, NODE_REST_HEIGHT);
 }
 
+TEST(NewPage, cancelled_leaves_no_undo_entry_and_asks_nothing) {
+    for (const std::int32_t command : {COMMAND_NEW_PAGE, COMMAND_NEW_LABEL}) {
+        const EditStage stage;
+        redo_push();
+        recorder.dialog_user = cancel;
+        const MessageScript script;
+        run_at(command, 5.0f, 6.0f);
+        EXPECT_EQ(node_total, 0);
+        EXPECT_EQ(undo_total, 0);
+        EXPECT_EQ(redo_total, 0);
+        EXPECT_EQ(scene_changed, 0);
+        EXPECT_EQ(scene_page_links_total, 0);
+        EXPECT_TRUE(script.shown().empty());
+    }
+}
+
+static const char *damage; // what another program makes of the new page's file at once; null = none
+
+static std::int32_t describe_damaged_page(RecordedDialog which) {
+    const std::int32_t result = describe_page(which);
+    char path[PATH_SIZE];
+    text_format(path, sizeof path, "%sFresh.orvl", page_dir_location);
+    file_delete(path);
+    if (damage != nullptr)
+        file_create_text(path, damage);
+    return result;
+}
+
+TEST(NewPage, that_cannot_be_loaded_says_why_and_stays_on_this_page) {
+    static constexpr struct {
+        const char *file, *message;
+    } cases[] = {
+        {nullptr, "Failed to open page file."},
+        {"<page>\n<offv>005</offv>\n</page>\n",
+         "Failed to load page file.  It apears to be from a newer version of Orvanel."},
+        {"no page\n", "Failed to load page file.  It does not apear to be a valid Orvanel file."},
+        {"<page>\n<offv>004</offv>\n<node>\n<type>object</type>\n<name>a</name>\n</node>\n</"
+         "page>\n",
+         "The page file contains syntax errors and will not be loaded."},
+    };
+    for (const auto &expected : cases) {
+        const EditStage stage;
+        damage = expected.file;
+        recorder.dialog_user = describe_damaged_page;
+        const MessageScript script({MessageAnswer::Yes, MessageAnswer::Ok});
+        run_at(COMMAND_NEW_PAGE, 5.0f, 6.0f);
+        ASSERT_EQ(script.shown().size(), 2u) << expected.message;
+        EXPECT_EQ(script.shown()[1].text, expected.message);
+        EXPECT_EQ(script.shown()[1].caption, "Orvanel");
+        EXPECT_EQ(scene_stack_depth, 0);
+        EXPECT_STREQ(scene_page_file_name, "page.orvl");
+        EXPECT_EQ(node_total, 1);
+    }
+}
+
 // ---- properties
 
 TEST(Properties, open_the_dialog_of_what_is_under_the_mouse) {
@@ -327,6 +382,25 @@ TEST(OptionsCommand, shows_the_home_page_of_a_new_page_folder_in_view_mode) {
     EXPECT_EQ(app_mode, APP_VIEW);
     EXPECT_EQ(scene_changed, 0);
     EXPECT_EQ(open_mode, 0);
+}
+
+static std::int32_t move_folder_with_broken_page(RecordedDialog which) {
+    move_folder(which);
+    moving_stage->folder.write("moved\\home.orvl", "no page\n");
+    return DIALOG_OK;
+}
+
+TEST(OptionsCommand, says_why_the_home_page_of_a_new_page_folder_cannot_be_shown) {
+    OptionsStage stage;
+    moving_stage = &stage;
+    recorder.dialog_user = move_folder_with_broken_page;
+    const MessageScript script;
+    command_run(COMMAND_OPTIONS);
+    ASSERT_EQ(script.shown().size(), 1u);
+    EXPECT_EQ(script.shown()[0].text,
+              "Failed to load page file.  It does not apear to be a valid Orvanel file.");
+    EXPECT_EQ(app_mode, APP_VIEW);
+    EXPECT_EQ(scene_stack_depth, 0);
 }
 
 TEST(OptionsCommand, saves_the_page_before_the_window_is_made_anew) {

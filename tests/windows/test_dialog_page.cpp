@@ -381,6 +381,16 @@ static std::string text_of(HWND window) {
     return {text, static_cast<std::size_t>(length)};
 }
 
+static std::vector<std::string> entries_of(HWND box) {
+    std::vector<std::string> entries;
+    for (WPARAM i = 0; i < static_cast<WPARAM>(SendMessageA(box, CB_GETCOUNT, 0, 0)); i++) {
+        char text[100] = "";
+        SendMessageA(box, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(text));
+        entries.push_back(text);
+    }
+    return entries;
+}
+
 struct Browse : DialogPage {
     // Chooses a file and returns what stands in the field then.
     std::string choose(const std::string &file, const char *first = "") {
@@ -393,6 +403,7 @@ struct Browse : DialogPage {
                [&](HWND dialog) {
                    offered = text_of(file_name_field(dialog));
                    filter = text_of(GetDlgItem(dialog, FILTER_BOX));
+                   filters = entries_of(GetDlgItem(dialog, FILTER_BOX));
                    if (file.empty()) {
                        PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
                        return;
@@ -405,12 +416,14 @@ struct Browse : DialogPage {
         return shown;
     }
     std::string offered, filter; // by the file dialog when it opened
+    std::vector<std::string> filters;
 };
 
 TEST_F(Browse, a_page_of_the_page_folder_is_found_there_and_shown_by_its_name) {
     EXPECT_EQ(choose("sub.orvl"), "sub.orvl");
     EXPECT_EQ(offered, "");
     EXPECT_EQ(filter, "Orvanel Pages (*.orvl)");
+    EXPECT_EQ(filters, (std::vector<std::string>{"Orvanel Pages (*.orvl)", "All Files"}));
 }
 
 TEST_F(Browse, a_page_elsewhere_is_shown_with_its_full_path) {

@@ -55,8 +55,32 @@ TEST(DialogTemplates, All_dialogs_are_there_with_their_numbers) {
     std::vector<int> numbers;
     for (const DialogTemplate &dialog : read_dialog_templates())
         numbers.push_back(dialog.number);
-    for (const int number : {104, 111, 116, 143, 2000, 2046, 2047, 2048})
+    for (const int number : {104, 111, 116, 143, 216, 253, 2000, 2046, 2047, 2048})
         EXPECT_NE(std::find(numbers.begin(), numbers.end(), number), numbers.end()) << number;
+}
+
+TEST(DialogTemplates, The_dialogs_for_pages_labels_and_options_have_their_controls) {
+    const std::map<int, std::vector<DWORD>> wanted = {
+        {253, {1000, 2023, 1003, 1005, 2033, 1004, 1002, 1001, 1007, 2024, 1008, 1, 2}},
+        {104, {1001, 1, 2}},
+        {2000, {1000, 1001, 1002, 1003, 1004}},
+        {2046, {2034, 1, 2}},
+        {2047, {2043, 1001, 1000, 1002}}, // and the boxes, which have their captions below
+    };
+    std::size_t found = 0;
+    for (const DialogTemplate &dialog : read_dialog_templates()) {
+        const auto expected = wanted.find(dialog.number);
+        if (expected == wanted.end())
+            continue;
+        found++;
+        for (const DWORD id : expected->second) {
+            EXPECT_EQ(std::count_if(dialog.items.begin(), dialog.items.end(),
+                                    [=](const TemplateItem &item) { return item.id == id; }),
+                      1)
+                << dialog.number << " " << id;
+        }
+    }
+    EXPECT_EQ(found, wanted.size());
 }
 
 TEST(DialogTemplates, Access_keys_are_unique_in_each_dialog) {
