@@ -62,7 +62,7 @@ def fresh(vendor):
     remove_files()
     write_options(check_for_updates=1)
     yield
-    vendor.may_tell_version.set()
+    vendor.speak()
     remove_files()
 
 
@@ -137,9 +137,11 @@ def test_a_new_version_is_found_offered_downloaded_with_progress_and_started(ven
         assert request.startswith(f"GET http://{SITE}/current_version.xml HTTP/1.1\r\nHost: {SITE}\r\n")
         assert "\r\nUser-Agent: Orvanel/1.4.1" in request
 
+        vendor.may_send_installer.clear()
         press(window, "Return")
         wait_for(lambda: dialog_text() == f"Connecting to {SITE}...", what="the connection")
         picture(window, "connecting")
+        vendor.may_send_installer.set()
         downloading = f"Downloading the latest version from {SITE}..."
         wait_for(lambda: dialog_text() == downloading, what="the download")
         lengths = []
@@ -197,6 +199,21 @@ def test_declining_postpones_the_offer_by_a_day_also_for_the_next_start(vendor):
     assert not vendor.asked_for("orvanel_setup.exe")
 
 
+def test_the_offer_waits_until_a_menu_is_closed(vendor):
+    vendor.may_tell_version.clear()
+    with Orvanel().wait_ready() as program:
+        program.move_to(640, 940)
+        xdotool("click", 3)
+        time.sleep(1)
+        vendor.may_tell_version.set()
+        time.sleep(3)
+        assert dialog_window() is None
+        picture("root", "menu")
+        xdotool("key", "Escape")
+        press(wait_offer(), "Escape")
+        assert quit_program(program) == 0
+
+
 def test_with_the_check_switched_off_not_a_single_packet_is_sent(vendor):
     write_options(check_for_updates=0)
     with Orvanel().wait_ready() as program:
@@ -234,7 +251,7 @@ def test_a_failed_request_is_told_and_the_button_tries_again(vendor):
 
 
 def test_a_silent_server_keeps_no_window_from_answering(vendor):
-    vendor.silent.set()
+    vendor.may_send_installer.clear()
     with Orvanel().wait_ready() as program:
         window = wait_offer()
         measured = answers_during(6, TOOLS / "window_answers.exe")

@@ -37,13 +37,18 @@ class UpdateServer:
         self.version = "1.5"
         self.may_tell_version = threading.Event()
         self.may_tell_version.set()
-        self.silent = threading.Event()  # set = nothing is answered to a request for the installer
+        self.may_send_installer = threading.Event()
+        self.may_send_installer.set()
         self.broken_off_after = None  # bytes of the installer
         self.installer_status = self.GOOD
         self.chunk_pause = 0.3  # seconds
 
-    def close(self):
+    def speak(self):
         self.may_tell_version.set()
+        self.may_send_installer.set()
+
+    def close(self):
+        self.speak()
         self.listener.close()
 
     def listen(self):
@@ -81,9 +86,7 @@ class UpdateServer:
             connection.sendall(head(0, "404 Not Found"))
 
     def send_installer(self, connection):
-        if self.silent.is_set():
-            connection.recv(1)  # until the program hangs up
-            return
+        self.may_send_installer.wait(60)
         connection.sendall(head(len(self.installer), self.installer_status))
         end = self.broken_off_after or len(self.installer)
         size = len(self.installer) // CHUNKS + 1
