@@ -1,5 +1,6 @@
 // Asks the program's main window and its dialogs for an answer again and again, and prints the
 // longest that each kind of window took: class, milliseconds, number of answers, separated by '|'.
+// Ends when the main window is gone, and after so many milliseconds at the latest.
 //   window_answers.exe milliseconds
 #include <windows.h>
 
@@ -17,6 +18,7 @@ struct Asked {
 };
 
 static Asked kinds[] = {{"orvanel:main_window", 0.0, 0}, {"#32770", 0.0, 0}};
+static const Asked &main_window = kinds[0];
 
 static double now() {
     LARGE_INTEGER frequency, count;
@@ -41,7 +43,9 @@ static BOOL CALLBACK ask(HWND window, LPARAM) {
 
 int main(int, char **arguments) {
     const double end = now() + std::atof(arguments[1]);
-    while (now() < end) {
+    int answers = -1; // of the main window, before the last round
+    while (now() < end && (answers != main_window.answers || answers == 0)) {
+        answers = main_window.answers;
         EnumWindows(ask, 0);
         Sleep(PAUSE);
     }
