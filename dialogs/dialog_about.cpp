@@ -6,9 +6,9 @@
 #include "platform/process.h"
 #include "platform/win32/window_attach.h"
 #include "resources/resource_ids.h"
+#include "update/auto_update.h"
 
 static constexpr wchar_t PRODUCT[] = L"Orvanel\u2122 v1.4.1";
-static constexpr char HOME_PAGE[] = "http://www.orvanel.example/";
 
 static void show_gl_string(HWND dialog, int control, GLenum name) {
     const GLubyte *text = glGetString(name); // null without a context
@@ -26,9 +26,15 @@ static INT_PTR open(HWND dialog) {
     return FALSE;
 }
 
+static void open_home_page() {
+    char url[AUTO_UPDATE_URL_SIZE];
+    auto_update_url(url, "");
+    shell_open(url);
+}
+
 static INT_PTR handle_command(HWND dialog, WPARAM wparam, LPARAM lparam) {
     if (wparam == 0 && lparam == 0) { // the hyperlink
-        shell_open(HOME_PAGE);
+        open_home_page();
         return TRUE;
     }
     if (LOWORD(wparam) != IDOK && LOWORD(wparam) != IDCANCEL)

@@ -57,7 +57,7 @@ void auto_update_check_for_updates() {
 }
 
 // The number is what makes the version known, so it comes last.
-static void publish(std::string_view document) {
+void auto_update_publish_version(std::string_view document) {
     const std::string text(auto_update_version_text(document));
     text_copy(new_version_string, text.c_str());
     new_version = auto_update_version_number(text);
@@ -71,7 +71,7 @@ void auto_update_check_for_updates_thread_func() {
     char *document = nullptr;
     if (http_client_download(url, &document) != HTTP_OK)
         return;
-    publish(document);
+    auto_update_publish_version(document);
     http_client_release(document);
 }
 

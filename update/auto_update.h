@@ -8,6 +8,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 inline constexpr std::int32_t AUTO_UPDATE_THIS_VERSION = 10401; // 1.4.1
 inline constexpr std::size_t AUTO_UPDATE_VERSION_SIZE = 25;     // 24 characters
@@ -46,7 +47,8 @@ void auto_update_declined();
 // The steps of start and poll.
 void auto_update_check_for_updates();
 void auto_update_check_for_updates_thread_func();
-std::int32_t auto_update_new_version_available(); // AutoUpdateAvailable
+void auto_update_publish_version(std::string_view document); // from any thread, one at a time
+std::int32_t auto_update_new_version_available();            // AutoUpdateAvailable
 
 // What the download tells its dialog. After 1 and 2 the download may be started again.
 enum AutoUpdateStep : std::int32_t {

@@ -7,6 +7,7 @@
 #include "tests/support/user_options.h"
 #include "tests/unit/update_fixture.h"
 
+#include <chrono>
 #include <limits>
 
 static constexpr std::uint32_t DAY = 86'400;        // seconds
@@ -53,6 +54,14 @@ protected:
             return offer || new_version != 0;
         });
         return offer || auto_update_poll();
+    }
+
+    // Only when its thread has ended can the check be started again.
+    void expect_ended() {
+        auto_update_waits.before_check = 0;
+        give_version("1.5");
+        auto_update_start();
+        EXPECT_TRUE(offered());
     }
 
     // The program starts again with the options as they were saved.
@@ -182,22 +191,22 @@ TEST_F(AutoUpdateTest, the_waits_are_those_of_the_program) {
     EXPECT_EQ(2000u, program_waits().after_installer);
 }
 
-TEST_F(AutoUpdateTest, stopping_while_the_check_waits_asks_nobody) {
+TEST_F(AutoUpdateTest, stopping_while_the_check_waits_ends_it_and_asks_nobody) {
     auto_update_waits.before_check = LONG_WAIT;
     auto_update_start();
     auto_update_stop();
     EXPECT_EQ(0, server.connections());
+    expect_ended();
 }
 
-TEST_F(AutoUpdateTest, stopping_while_the_server_is_silent_does_not_wait_for_it) {
+TEST_F(AutoUpdateTest, stopping_while_the_server_is_silent_ends_the_check) {
     http_client_limits.timeout = LONG_WAIT;
     server.give(VERSION_PATH, {http_wait_for_close()});
     auto_update_start();
     EXPECT_TRUE(wait_until([this] { return server.connections() == 1; }));
     auto_update_stop();
-    // The server sees the end of the connection only when the thread has closed it.
-    server.stop();
     EXPECT_EQ(0, new_version);
+    expect_ended();
 }
 
 TEST_F(AutoUpdateTest, stopping_what_never_began_and_stopping_twice_does_nothing) {
@@ -282,18 +291,36 @@ TEST_F(AutoUpdateTest, a_document_that_comes_a_byte_at_a_time_without_a_length_i
     EXPECT_EQ(AUTO_UPDATE_NEWER, check());
 }
 
-// The string is whole whenever the number is seen: this thread looks as fast as it can.
+static std::atomic<int> race; // its number; negative = no more
+
+static void publish_in_each_race() {
+    for (int last = 0; race >= 0;) {
+        if (race == last)
+            continue;
+        last = race;
+        auto_update_publish_version("<current_version>1.4.99</current_version>");
+    }
+}
+
+// This thread looks as fast as it can, again and again: a wrong order loses a race now and then.
 TEST_F(AutoUpdateTest, the_number_is_seen_only_when_the_string_is_whole) {
-    give_version("1.4.99");
-    for (int i = 0; i < 50; i++) {
+    static constexpr std::chrono::milliseconds RACING_TIME{500};
+    race = 0;
+    Thread *thread = thread_start(publish_in_each_race);
+    ASSERT_NE(nullptr, thread);
+    int lost = 0;
+    const auto end = std::chrono::steady_clock::now() + RACING_TIME;
+    while (std::chrono::steady_clock::now() < end) {
         new_version_string[0] = '\0';
-        auto_update_check_for_updates();
+        new_version = 0;
+        race++;
         while (new_version == 0) {
         }
-        ASSERT_EQ(10499, new_version);
-        ASSERT_STREQ("1.4.99", new_version_string);
-        auto_update_stop();
+        lost += new_version != 10499 || std::string_view("1.4.99") != new_version_string;
     }
+    race = -1;
+    EXPECT_TRUE(thread_join(thread, 10'000));
+    EXPECT_EQ(0, lost);
 }
 
 TEST_F(AutoUpdateTest, addresses_are_on_the_server_that_the_program_was_built_with) {
@@ -301,6 +328,8 @@ TEST_F(AutoUpdateTest, addresses_are_on_the_server_that_the_program_was_built_wi
     char url[AUTO_UPDATE_URL_SIZE];
     auto_update_url(url, AUTO_UPDATE_PAGE);
     EXPECT_EQ("http://" + site + "/download.html", url);
+    auto_update_url(url, "");
+    EXPECT_EQ("http://" + site + "/", url);
 }
 
 TEST(AutoUpdateServer, a_program_built_without_settings_asks_a_host_that_does_not_exist) {

@@ -343,6 +343,7 @@ TEST_F(AutoUpdatePlacesTest,
 TEST_F(AutoUpdatePlacesTest, without_a_place_nobody_is_asked_and_it_can_be_tried_again) {
     make(INSTALLER_NAME);
     EXPECT_EQ((std::vector<Step>{{AUTO_UPDATE_NO_FILE, 0}}), download());
+    EXPECT_STREQ("", auto_update_file_name);
     EXPECT_EQ(0, server.connections());
     EXPECT_NE(0, auto_update_start_installer());
     make("temp");
