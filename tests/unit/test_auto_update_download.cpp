@@ -350,11 +350,20 @@ TEST_F(AutoUpdatePlacesTest, without_a_place_nobody_is_asked_and_it_can_be_tried
     EXPECT_EQ(steps(20, AUTO_UPDATE_COMPLETE), download());
 }
 
-TEST_F(AutoUpdatePlacesTest, a_temporary_folder_whose_name_would_be_cut_is_passed_over) {
-    for (const std::size_t length : {PATH_SIZE - 20, PATH_SIZE - 18, PATH_SIZE - 1}) {
-        use_temporary(std::string(length, 'x'));
-        EXPECT_EQ("c:\\orvanel_setup.exe", place());
-    }
+TEST_F(AutoUpdatePlacesTest, a_temporary_folder_under_which_the_name_would_be_cut_is_passed_over) {
+    std::string folder = temporary.path;
+    folder += std::string(PATH_SIZE - 1 - sizeof INSTALLER_NAME - folder.size(), 'x');
+    ASSERT_EQ(0, folder_create(folder.c_str()));
+    use_temporary(folder);
+    EXPECT_EQ(folder + "\\orvanel_setup.exe", place()) << "just fits";
+    EXPECT_EQ(PATH_SIZE - 1, place().size());
+    folder += 'x';
+    ASSERT_EQ(0, folder_create(folder.c_str()));
+    use_temporary(folder);
+    EXPECT_EQ("c:\\orvanel_setup.exe", place());
+}
+
+TEST_F(AutoUpdatePlacesTest, without_a_temporary_folder_the_other_places_are_tried) {
     use_temporary("");
     EXPECT_EQ("c:\\orvanel_setup.exe", place());
 }
