@@ -1,5 +1,6 @@
 #include "dialogs/model_viewer.h"
 
+#include "dialogs/model_viewer_canvas.h"
 #include "dialogs/rules/model_spin.h"
 #include "dialogs/rules/model_viewer_picture.h"
 #include "resources/resource_ids.h"
@@ -24,6 +25,7 @@ void model_viewer_init() {
     static bool registered;
     if (registered)
         return;
+    model_viewer_canvas_choose(model_viewer_canvas_of_system());
     WNDCLASSEXA viewer = {};
     viewer.cbSize = sizeof viewer;
     // A device context of its own, because OpenGL draws into it as long as the control lives.
@@ -47,7 +49,7 @@ static void create(HWND window) {
 
 static void destroy(HWND window) {
     KillTimer(window, FRAME_TIMER);
-    model_viewer_disable_gl(window);
+    model_viewer_disable_gl();
 }
 
 static void paint(HWND window) {

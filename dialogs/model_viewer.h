@@ -11,7 +11,7 @@ inline constexpr char MODEL_VIEWER_CLASS[] = "orvanel:model_viewer"; // as the t
 // wparam is the index of the model to show, -1 none.
 inline constexpr UINT MODEL_VIEWER_SHOW = WM_USER;
 
-extern HDC model_viewer_DC;   // of the control that stands, null while there is none
+extern HDC model_viewer_DC;   // what the control draws with, null while there is none
 extern HGLRC model_viewer_RC; // its context
 
 // Registers the control's class, once a run.
@@ -21,7 +21,7 @@ LRESULT CALLBACK model_viewer_proc(HWND window, UINT message, WPARAM wparam, LPA
 
 // ---- the parts of the control; window is its handle
 void model_viewer_enable_gl(HWND window); // says in a message box what failed
-void model_viewer_disable_gl(HWND window);
+void model_viewer_disable_gl();
 void model_viewer_resize_control(int width, int height); // pixels
 void model_viewer_scene_draw();                          // one frame, on the screen
 void model_viewer_draw_control_border(HWND window);      // in the parent, around the control

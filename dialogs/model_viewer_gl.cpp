@@ -1,6 +1,7 @@
 // The OpenGL side of the control: its context, and whose turn it is.
 #include "dialogs/model_viewer.h"
 
+#include "dialogs/model_viewer_canvas.h"
 #include "dialogs/rules/model_spin.h"
 #include "dialogs/rules/model_viewer_picture.h"
 #include "page/options.h"
@@ -10,6 +11,7 @@
 
 HDC model_viewer_DC;
 HGLRC model_viewer_RC;
+static HWND canvas; // to whom the device context belongs
 
 // Makes the control's context current for as long as it stands; then whoever had the turn before
 // gets it back. Without a context of the control nothing changes.
@@ -34,9 +36,10 @@ static bool uses_main_format() {
 }
 
 // What failed, or null when the context was made.
-static const char *make_context(HWND window) {
+static const char *make_context(HWND control) {
     PIXELFORMATDESCRIPTOR format = gl_plain_pixel_format();
-    model_viewer_DC = GetDC(window);
+    canvas = model_viewer_canvas_make(control);
+    model_viewer_DC = canvas != nullptr ? GetDC(canvas) : nullptr;
     if (model_viewer_DC == nullptr)
         return "Failed to create DC.\n";
     const int index =
@@ -55,13 +58,15 @@ static ViewerColour dialog_background() {
     return {GetRValue(colour) / FULL, GetGValue(colour) / FULL, GetBValue(colour) / FULL};
 }
 
-static void release_context(HWND window) {
+static void release_context() {
     if (model_viewer_RC != nullptr)
         wglDeleteContext(model_viewer_RC);
     if (model_viewer_DC != nullptr)
-        ReleaseDC(window, model_viewer_DC);
+        ReleaseDC(canvas, model_viewer_DC);
     model_viewer_RC = nullptr;
     model_viewer_DC = nullptr;
+    model_viewer_canvas_destroy();
+    canvas = nullptr;
 }
 
 static void report(const char *text) {
@@ -71,7 +76,7 @@ static void report(const char *text) {
 void model_viewer_enable_gl(HWND window) {
     const char *failure = make_context(window);
     if (failure != nullptr) {
-        release_context(window);
+        release_context();
         report(failure);
         return;
     }
@@ -82,16 +87,17 @@ void model_viewer_enable_gl(HWND window) {
         report("wglMakeCurrent failed.\n");
 }
 
-void model_viewer_disable_gl(HWND window) {
+void model_viewer_disable_gl() {
     {
         const ContextTurn turn;
         if (turn.taken)
             model_viewer_picture_free();
     }
-    release_context(window);
+    release_context();
 }
 
 void model_viewer_resize_control(int width, int height) {
+    model_viewer_canvas_resize(width, height);
     const ContextTurn turn;
     if (turn.taken)
         model_viewer_resize(width, height);
@@ -102,7 +108,7 @@ void model_viewer_scene_draw() {
     if (!turn.taken)
         return;
     model_viewer_picture_draw();
-    SwapBuffers(model_viewer_DC);
+    model_viewer_canvas_show(model_viewer_DC);
     if (model_viewer_model_id >= 0)
         model_spin_frame();
 }

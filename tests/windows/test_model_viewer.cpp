@@ -1,6 +1,7 @@
 #include "dialogs/model_viewer.h"
 
 #include "assets/model.h"
+#include "dialogs/model_viewer_canvas.h"
 #include "dialogs/rules/model_spin.h"
 #include "dialogs/rules/model_viewer_picture.h"
 #include "page/node.h"
@@ -204,8 +205,7 @@ static COLORREF screen_pixel(HWND control, int x, int y) {
     return colour;
 }
 
-// The control's picture as it stands in its own buffer before the swap: not every system shows
-// OpenGL in a child window where a test could look at the screen.
+// The control's picture as it stands in its own buffer before the swap.
 struct Picture {
     int width, height; // pixels
     std::vector<std::uint8_t> rgb;
@@ -243,6 +243,67 @@ TEST_F(ModelViewer, the_picture_fills_the_control_and_shows_the_model_in_its_col
     EXPECT_NEAR(picture.rgb[corner + 1], GetGValue(face), 1);
     EXPECT_NEAR(picture.rgb[corner + 2], GetBValue(face), 1);
     EXPECT_LT(picture.rgb[0], GetRValue(face)); // bottom left: the floor
+}
+
+// Of a grid of points of the control, how many have on the screen the colour they have in picture.
+static int count_seen(HWND viewer, const Picture &picture, int *looked_at) {
+    static constexpr int STEP = 8;      // pixels
+    static constexpr int TOLERANCE = 8; // of 255
+    int seen = 0;
+    *looked_at = 0;
+    for (int y = STEP; y < picture.height; y += STEP) {
+        for (int x = STEP; x < picture.width; x += STEP) {
+            const COLORREF shown = screen_pixel(viewer, x, y);
+            const std::uint8_t *drawn = &picture.rgb[static_cast<std::size_t>(
+                3 * ((picture.height - 1 - y) * picture.width + x))];
+            seen += abs(GetRValue(shown) - drawn[0]) <= TOLERANCE &&
+                            abs(GetGValue(shown) - drawn[1]) <= TOLERANCE &&
+                            abs(GetBValue(shown) - drawn[2]) <= TOLERANCE
+                        ? 1
+                        : 0;
+            ++*looked_at;
+        }
+    }
+    return seen;
+}
+
+TEST_F(ModelViewer, the_picture_is_seen_on_the_screen) {
+    KillTimer(viewer, 33);
+    handle_messages();
+    model_viewer_model_speed = 0.0f;
+    const Picture picture = picture_of(viewer);
+    ASSERT_GT(count_green(picture), 0u);
+    int looked_at = 0, seen = 0;
+    for (int i = 0; i < 100 && (i == 0 || seen < looked_at); i++) {
+        RedrawWindow(viewer, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        handle_messages();
+        Sleep(10);
+        seen = count_seen(viewer, picture, &looked_at);
+    }
+    EXPECT_EQ(seen, looked_at);
+}
+
+// Both ways of drawing on every system, whichever is the one that it shows.
+TEST_F(ModelViewer, draws_the_same_into_the_control_as_into_a_hidden_window) {
+    Picture pictures[2];
+    for (const ViewerCanvas canvas : {ViewerCanvas::InControl, ViewerCanvas::Hidden}) {
+        DestroyWindow(dialog);
+        model_viewer_canvas_choose(canvas);
+        dialog = open_dialog();
+        viewer = GetDlgItem(dialog, RESOURCE_MODEL_VIEWER);
+        EXPECT_EQ(WindowFromDC(model_viewer_DC) == viewer, canvas == ViewerCanvas::InControl);
+        model_viewer_scene_draw();
+        expect_main_context();
+        SetWindowPos(viewer, nullptr, 0, 0, 120, 80, SWP_NOMOVE | SWP_NOZORDER);
+        model_viewer_model_angle = 100.0f;
+        pictures[canvas == ViewerCanvas::Hidden] = picture_of(viewer);
+    }
+    model_viewer_canvas_choose(model_viewer_canvas_of_system());
+    EXPECT_GT(count_green(pictures[0]), pictures[0].rgb.size() / 3 / 12);
+    std::size_t different = 0;
+    for (std::size_t i = 0; i < pictures[0].rgb.size(); i++)
+        different += abs(pictures[0].rgb[i] - pictures[1].rgb[i]) > 8 ? 1 : 0;
+    EXPECT_EQ(different, 0u);
 }
 
 TEST_F(ModelViewer, the_picture_follows_the_size_of_the_control) {
