@@ -4,6 +4,7 @@
 #include "tests/windows/dialog_growth.h"
 #include "tests/windows/dialog_player.h"
 #include "tests/windows/real_window.h"
+#include "tests/windows/started_program.h"
 
 #include <gtest/gtest.h>
 
@@ -53,6 +54,33 @@ TEST(AboutBox, The_link_is_reached_with_the_keyboard_and_does_not_close_it) {
          {ABOUT, [](HWND dialog) { EXPECT_TRUE(has_focus(dialog, RESOURCE_ABOUT_HOME_PAGE)); }}});
     EXPECT_EQ(dialog_about_show(), DIALOG_CANCEL);
     EXPECT_TRUE(player.done());
+}
+
+TEST(AboutBox, The_link_opens_the_home_page_by_mouse_and_by_keyboard_and_the_box_stays) {
+    RealWindow window;
+    BrowserKey key;
+    key.set_to_own_program();
+    for (const bool mouse : {true, false}) {
+        delete_trace(own_path());
+        DialogPlayer player({{ABOUT,
+                              [=](HWND dialog) {
+                                  if (mouse)
+                                      click(dialog, RESOURCE_ABOUT_HOME_PAGE);
+                                  else
+                                      press(dialog, VK_TAB);
+                              }},
+                             {ABOUT,
+                              [=](HWND dialog) {
+                                  if (!mouse)
+                                      press(dialog, VK_RETURN);
+                              }},
+                             {ABOUT, [](HWND dialog) { press(dialog, VK_ESCAPE); }}});
+        dialog_about_show();
+        EXPECT_TRUE(player.done());
+        EXPECT_NE(wait_for_trace(own_path()).find("\"http://www.orvanel.example/\""),
+                  std::string::npos);
+    }
+    delete_trace(own_path());
 }
 
 TEST(AboutBox, Opening_and_closing_it_300_times_leaves_nothing_behind) {
