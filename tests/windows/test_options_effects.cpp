@@ -1,8 +1,11 @@
 // What the boxes of the options dialog change in the running program: each is clicked in the
 // dialog, opened by its command over the real window, and the program is looked at afterwards.
 #include "actions/command.h"
+#include "actions/menu.h"
+#include "actions/menu_content.h"
 #include "app/commands.h"
 #include "app/startup.h"
+#include "dialogs/splash_screen.h"
 #include "page/node.h"
 #include "page/options.h"
 #include "platform/gl.h"
@@ -387,6 +390,48 @@ TEST_F(OptionsEffects, The_start_warns_of_a_slow_graphics_card_unless_the_box_is
     startup_graphics_check(1);
     EXPECT_EQ(window.script.shown().size(), 1u);
     EXPECT_EQ(orvanel_options.good_graphics_card, 0);
+}
+
+static MenuContent menu_of_object() {
+    MenuContent content = {};
+    menu_content_build(&content, MENU_ACTION, 0);
+    return content;
+}
+
+TEST_F(OptionsEffects, The_action_menu_has_a_title_and_icons_when_their_boxes_are_ticked) {
+    ASSERT_EQ(menu_of_object().entries[0].kind, MENU_ENTRY_COMMAND);
+    EXPECT_STRNE(menu_of_object().entries[0].icon_source, "");
+    tick(OPTIONS_ACTIONS, RESOURCE_ACTIONS_MENU_TITLE);
+    EXPECT_EQ(menu_of_object().entries[0].kind, MENU_ENTRY_TITLE);
+    EXPECT_STREQ(menu_of_object().entries[0].text, "Server");
+    tick(OPTIONS_ACTIONS, RESOURCE_ACTIONS_MENU_ICONS);
+    EXPECT_STREQ(menu_of_object().entries[1].icon_source, "");
+}
+
+static bool splash_screen_is_shown() {
+    for (HWND window = nullptr;
+         (window = FindWindowExA(nullptr, window, "#32770", "")) != nullptr;) {
+        DWORD process = 0;
+        GetWindowThreadProcessId(window, &process);
+        if (process == GetCurrentProcessId() && IsWindowVisible(window))
+            return true;
+    }
+    return false;
+}
+
+TEST_F(OptionsEffects, The_splash_screen_is_shown_at_the_start_as_long_as_its_box_is_ticked) {
+    static constexpr int LOOKS = 1000; // ten seconds
+    startup_splash_screen();
+    for (int look = 0; look < LOOKS && !splash_screen_is_shown(); look++)
+        Sleep(10);
+    EXPECT_TRUE(splash_screen_is_shown());
+    splash_screen_hide();
+    for (int look = 0; look < LOOKS && splash_screen_is_shown(); look++)
+        Sleep(10);
+    tick(OPTIONS_GENERAL, RESOURCE_GENERAL_SPLASH_SCREEN);
+    startup_splash_screen();
+    Sleep(300); // milliseconds; its thread would have come to its window
+    EXPECT_FALSE(splash_screen_is_shown());
 }
 
 // ---- motion
