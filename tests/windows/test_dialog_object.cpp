@@ -6,9 +6,11 @@
 #include "dialogs/rules/action_tree.h"
 #include "dialogs/rules/dialog_object_rules.h"
 #include "page/node.h"
+#include "page/options.h"
 #include "platform/text.h"
 #include "resources/resource_ids.h"
 #include "scene/scene_floor.h"
+#include "scene/scene_page.h"
 #include "tests/windows/dialog_growth.h"
 #include "tests/windows/dialog_layout.h"
 #include "tests/windows/object_dialog_fixture.h"
@@ -103,6 +105,26 @@ TEST_F(ObjectDialog, an_objects_entries_are_shown_and_ok_keeps_them) {
     EXPECT_EQ(node[id].actions[2]->owner, 1);
 }
 
+TEST_F(ObjectDialog, a_new_object_begins_with_what_the_template_has_but_its_name) {
+    const std::int32_t id = add_object("Template", "aB[c]");
+    text_copy(node[id].description, "cellar");
+    template_object_load();
+    dialog_object_set_node(-1);
+    EXPECT_EQ(play("New Object",
+                   {
+                       [](HWND) {
+                           EXPECT_EQ(shown_text(details(), RESOURCE_OBJECT_NAME), "");
+                           EXPECT_EQ(shown_text(details(), RESOURCE_OBJECT_DESCRIPTION), "cellar");
+                           EXPECT_EQ(tree_shown(), "aB[c]");
+                       },
+                       [](HWND dialog) { click(dialog, IDOK); },
+                   }),
+              DIALOG_OK);
+    ASSERT_EQ(node_total, 2);
+    EXPECT_EQ(node[1].action_count, 3);
+    template_object_delete();
+}
+
 TEST_F(ObjectDialog, a_name_longer_than_30_characters_is_cut_at_30_on_OK_and_a_description_at_50) {
     dialog_object_set_node(-1);
     play("New Object", {
@@ -147,6 +169,21 @@ TEST_F(ObjectDialog, the_model_chosen_becomes_the_objects) {
     EXPECT_STREQ(models[node[0].model_id].file_name, "printer.obj");
     EXPECT_EQ(node[0].dimensions[EXTENT_LEFT], models[node[0].model_id].min_x);
     EXPECT_NE(node[0].dimensions[EXTENT_LEFT], models[0].min_x);
+}
+
+TEST_F(ObjectDialog, the_model_used_last_is_offered_again_when_the_options_ask_for_it) {
+    for (const std::int32_t remembers : {0, 1}) {
+        orvanel_options.remember_last_model = remembers;
+        dialog_object_set_node(-1);
+        play("New Object", {[](HWND dialog) {
+                 click(details(), RESOURCE_MODEL_NEXT);
+                 click(dialog, IDOK);
+             }});
+        play("New Object", {[&](HWND) {
+                 EXPECT_EQ(shown_text(details(), RESOURCE_MODEL_NAME),
+                           remembers == 1 ? "Printer" : "Default");
+             }});
+    }
 }
 
 TEST_F(ObjectDialog, stands_over_the_middle_of_the_window) {
