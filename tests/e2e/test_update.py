@@ -45,15 +45,19 @@ def vendor():
     """The server, the system's proxy as a user would set it, and a browser that leaves a trace."""
     server = UpdateServer((TOOLS / "leave_trace.exe").read_bytes())
     browser = f'"{wine_path(TOOLS / "leave_trace.exe")}" "%1"'
-    values = [
-        RegistryValue(SETTINGS_KEY, "ProxyServer", "REG_SZ", f"127.0.0.1:{server.port}"),
-        RegistryValue(SETTINGS_KEY, "ProxyEnable", "REG_DWORD", "1"),
-        RegistryValue(BROWSER_KEY, None, "REG_SZ", browser),
-    ]
-    yield server
-    for value in values:
-        value.restore()
-    server.close()
+    changed = []
+    try:
+        for value in (
+            (SETTINGS_KEY, "ProxyServer", "REG_SZ", f"127.0.0.1:{server.port}"),
+            (SETTINGS_KEY, "ProxyEnable", "REG_DWORD", "1"),
+            (BROWSER_KEY, None, "REG_SZ", browser),
+        ):
+            changed.append(RegistryValue(*value))
+        yield server
+    finally:
+        for value in changed:
+            value.restore()
+        server.close()
 
 
 @pytest.fixture(autouse=True)
@@ -190,7 +194,7 @@ def test_the_edited_page_is_saved_before_the_update_and_the_windows_answer_all_t
     assert float(re.search(r"<name>Moved.*?<x_position>([-0-9.]+)<", saved, re.S)[1]) > 1.0
 
 
-def test_declining_postpones_the_offer_by_a_day_also_for_the_next_start(vendor):
+def test_cancelling_sets_check_for_updates_next_one_day_ahead_and_a_restart_shows_no_offer(vendor):
     with Orvanel().wait_ready() as program:
         press(wait_offer(), "Escape")
         wait_for(lambda: dialog_window() is None, what="the dialog to close")
@@ -223,7 +227,7 @@ def test_the_offer_waits_until_a_menu_is_closed(vendor):
         assert quit_program(program) == 0
 
 
-def test_with_the_check_switched_off_not_a_single_packet_is_sent(vendor):
+def test_with_check_for_updates_0_there_is_no_network_traffic_at_all(vendor):
     write_options(check_for_updates=0)
     with Orvanel().wait_ready() as program:
         time.sleep(TIME_OF_CHECK + 4)
@@ -232,7 +236,7 @@ def test_with_the_check_switched_off_not_a_single_packet_is_sent(vendor):
     assert vendor.connections == 0
 
 
-def test_a_download_that_breaks_off_is_deleted_and_the_download_page_opened(vendor):
+def test_a_download_that_breaks_off_midway_deletes_the_file_and_opens_the_download_page(vendor):
     vendor.broken_off_after = len(vendor.installer) // 2
     vendor.chunk_pause = 0.1
     with Orvanel().wait_ready() as program:

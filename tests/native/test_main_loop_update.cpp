@@ -127,8 +127,9 @@ TEST(MainLoopUpdate, nothing_is_offered_with_the_check_switched_off_even_while_i
     EXPECT_TRUE(recorder.dialogs.empty());
 }
 
-TEST(MainLoopUpdate,
-     cancelling_sets_check_for_updates_next_one_day_ahead_and_a_restart_shows_no_offer) {
+TEST(
+    MainLoopUpdate,
+    cancelling_the_dialog_sets_check_for_updates_next_one_day_ahead_and_a_restart_within_that_day_shows_no_offer) {
     const UpdateStage stage;
     const std::uint32_t before = clock_unix_seconds();
     stage.found(NEWER);

@@ -147,7 +147,7 @@ TEST_F(UpdateDialogDownload, A_failed_request_is_told_and_can_be_tried_again) {
 }
 
 TEST_F(UpdateDialogDownload,
-       A_download_that_breaks_off_midway_deletes_the_file_and_opens_the_page) {
+       A_download_that_breaks_off_midway_deletes_the_file_and_opens_the_download_page) {
     server.give(INSTALLER_PATH, {http_send(http_head(TEST_INSTALLER_SIZE)),
                                  http_send(test_installer(TEST_INSTALLER_SIZE / 2))});
     EXPECT_EQ(play([](HWND shown) {
