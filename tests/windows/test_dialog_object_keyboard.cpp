@@ -140,6 +140,19 @@ TEST_F(ObjectKeyboard, a_click_on_ok_keeps_the_label_that_is_being_edited) {
     EXPECT_STREQ(node[object].actions[0]->name, "Kept");
 }
 
+TEST_F(ObjectKeyboard, the_other_tab_keeps_the_label_that_is_being_edited) {
+    EXPECT_EQ(play_actions("a", {key(VK_F2), [](HWND) { type_label("Kept"); },
+                                 [](HWND) { EXPECT_TRUE(press_with_control(VK_TAB)); },
+                                 [](HWND) {
+                                     EXPECT_TRUE(has_focus(details(), RESOURCE_OBJECT_NAME));
+                                     EXPECT_EQ(label_edit_shown(), nullptr);
+                                     EXPECT_EQ(label_shown('a'), "Kept");
+                                 },
+                                 key(VK_RETURN)}),
+              DIALOG_OK);
+    EXPECT_STREQ(node[object].actions[0]->name, "Kept");
+}
+
 TEST_F(ObjectKeyboard, a_click_on_cancel_closes_also_while_a_label_is_being_edited) {
     EXPECT_EQ(play_actions("a", {key(VK_F2), [](HWND) { type_label("Dropped"); },
                                  [](HWND dialog) { click(dialog, IDCANCEL); }}),
