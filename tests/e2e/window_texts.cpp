@@ -15,9 +15,10 @@ static void print_utf8(const wchar_t *text) {
         std::putchar(bytes[i] == '\n' || bytes[i] == '\r' ? ' ' : bytes[i]);
 }
 
-static void print_text(HWND window) {
+// Titles and captions, which the system keeps itself: a program that is busy holds nobody up.
+static void print_caption(HWND window) {
     wchar_t text[1024] = L"";
-    SendMessageW(window, WM_GETTEXT, 1024, reinterpret_cast<LPARAM>(text));
+    GetWindowTextW(window, text, 1024);
     print_utf8(text);
 }
 
@@ -29,9 +30,9 @@ static void print_class(HWND window) {
 
 // ---- all windows
 
-static BOOL CALLBACK print_text_of_control(HWND control, LPARAM) {
+static BOOL CALLBACK print_caption_of_control(HWND control, LPARAM) {
     std::putchar('|');
-    print_text(control);
+    print_caption(control);
     return TRUE;
 }
 
@@ -40,19 +41,31 @@ static BOOL CALLBACK print_window(HWND window, LPARAM) {
         return TRUE;
     print_class(window);
     std::putchar('|');
-    print_text(window);
-    EnumChildWindows(window, print_text_of_control, 0);
+    print_caption(window);
+    EnumChildWindows(window, print_caption_of_control, 0);
     std::putchar('\n');
     return TRUE;
 }
 
 // ---- one window
 
+static constexpr UINT ANSWER_TIME = 5000; // milliseconds
+
+// What stands in a control, of whatever kind it is.
+static void print_text(HWND control) {
+    wchar_t text[1024] = L"";
+    SendMessageTimeoutW(control, WM_GETTEXT, 1024, reinterpret_cast<LPARAM>(text), SMTO_ABORTIFHUNG,
+                        ANSWER_TIME, nullptr);
+    print_utf8(text);
+}
+
 static void print_state(HWND control) {
     GUITHREADINFO thread = {};
     thread.cbSize = sizeof thread;
     GetGUIThreadInfo(GetWindowThreadProcessId(control, nullptr), &thread);
-    if (SendMessageW(control, BM_GETCHECK, 0, 0) == BST_CHECKED)
+    DWORD_PTR check = BST_UNCHECKED;
+    SendMessageTimeoutW(control, BM_GETCHECK, 0, 0, SMTO_ABORTIFHUNG, ANSWER_TIME, &check);
+    if (check == BST_CHECKED)
         std::printf("checked,");
     if (!IsWindowEnabled(control))
         std::printf("disabled,");
