@@ -21,6 +21,7 @@ static INT_PTR open(HWND dialog) {
     show_gl_string(dialog, RESOURCE_ABOUT_VENDOR, GL_VENDOR);
     show_gl_string(dialog, RESOURCE_ABOUT_RENDERER, GL_RENDERER);
     show_gl_string(dialog, RESOURCE_ABOUT_VERSION, GL_VERSION);
+    SetDlgItemTextA(dialog, RESOURCE_ABOUT_HOME_PAGE, auto_update_site());
     ConvertStaticToHyperlink(GetDlgItem(dialog, RESOURCE_ABOUT_HOME_PAGE));
     SetFocus(GetDlgItem(dialog, IDOK)); // the link comes before it, and Enter is to close the box
     return FALSE;

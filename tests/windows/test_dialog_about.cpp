@@ -5,6 +5,7 @@
 #include "tests/windows/dialog_player.h"
 #include "tests/windows/real_window.h"
 #include "tests/windows/started_program.h"
+#include "update/auto_update_server.h"
 
 #include <gtest/gtest.h>
 
@@ -60,8 +61,10 @@ TEST(AboutBox, The_link_opens_the_home_page_by_mouse_and_by_keyboard_and_the_box
     RealWindow window;
     BrowserKey key;
     key.set_to_own_program();
+    const AutoUpdateServer usual = auto_update_server;
     for (const bool mouse : {true, false}) {
         delete_trace(own_path());
+        auto_update_server.host = mouse ? usual.host : "www.vendor.example:8080";
         std::string shown;
         DialogPlayer player({{ABOUT,
                               [&](HWND dialog) {
@@ -79,8 +82,10 @@ TEST(AboutBox, The_link_opens_the_home_page_by_mouse_and_by_keyboard_and_the_box
                              {ABOUT, [](HWND dialog) { press(dialog, VK_ESCAPE); }}});
         dialog_about_show();
         EXPECT_TRUE(player.done());
+        EXPECT_EQ(shown, auto_update_server.host);
         EXPECT_NE(wait_for_trace(own_path()).find("\"http://" + shown + "/\""), std::string::npos);
     }
+    auto_update_server = usual;
     delete_trace(own_path());
 }
 
