@@ -15,6 +15,7 @@
 #include <atomic>
 
 static constexpr UINT STEP_MESSAGE = WM_USER + 1; // step code and value, from the download
+static constexpr UINT NEXT_MESSAGE = WM_APP;      // an UpdateNext, posted by the dialog to itself
 static constexpr UINT_PTR INSTALLER_TIMER = 1;
 static constexpr int PICTURE_X = 10, PICTURE_Y = 13, PICTURE_SIDE = 32; // pixels
 static constexpr COLORREF PICTURE_TRANSPARENT = RGB(0, 255, 0);
@@ -121,10 +122,17 @@ static void start_installer(HWND dialog) {
     SetTimer(dialog, INSTALLER_TIMER, auto_update_waits.after_installer, nullptr);
 }
 
+// The shell refuses some of its work while a message that another thread sent is being handled:
+// what a step leads to comes after it.
 static void take_step(HWND dialog, std::int32_t step, std::int32_t value) {
     const UpdateView before = view;
     const UpdateNext next = dialog_update_step(&view, auto_update_site(), step, value);
     show(dialog, before);
+    if (next != UpdateNext::Wait)
+        PostMessageA(dialog, NEXT_MESSAGE, static_cast<WPARAM>(next), 0);
+}
+
+static void go_on(HWND dialog, UpdateNext next) {
     if (next == UpdateNext::DownloadPage)
         open_download_page(dialog);
     else if (next == UpdateNext::StartInstaller)
@@ -176,6 +184,9 @@ static INT_PTR CALLBACK auto_update_dialog_new_version(HWND dialog, UINT message
         return handle_command(dialog, LOWORD(wparam));
     case STEP_MESSAGE:
         take_step(dialog, static_cast<std::int32_t>(wparam), static_cast<std::int32_t>(lparam));
+        return TRUE;
+    case NEXT_MESSAGE:
+        go_on(dialog, static_cast<UpdateNext>(wparam));
         return TRUE;
     case WM_TIMER:
         EndDialog(dialog, DIALOG_UPDATE_QUIT);

@@ -225,6 +225,18 @@ TEST_F(UpdateDialog, Step_4_opens_the_download_page_in_the_browser_and_quits) {
     delete_trace(own_path());
 }
 
+TEST_F(UpdateDialog, What_a_step_leads_to_comes_after_the_report_of_it) {
+    BrowserKey browser;
+    browser.set_to_own_program();
+    EXPECT_EQ(play([](HWND dialog) {
+                  report(dialog, AUTO_UPDATE_FAILED);
+                  EXPECT_TRUE(IsWindowVisible(dialog)) << "ended while the sender waits";
+              }),
+              DIALOG_UPDATE_QUIT);
+    wait_for_trace(own_path());
+    delete_trace(own_path());
+}
+
 static DWORD completed_at; // milliseconds
 
 TEST_F(UpdateDialog, Step_5_says_so_gives_the_installer_its_time_and_quits) {
