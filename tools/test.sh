@@ -84,6 +84,22 @@ run_fuzzers() {
     wait $(jobs -rp | grep -vxF -e "$XVFB_PID" -e "$OPENBOX_PID") 2>/dev/null
 }
 
+# The program is single in its prefix and its tests want the foreground: whatever runs at the same time
+# has a prefix and a display of its own.
+run_e2e() { # preset, name of the group, prefix inside 32-bit Wine or nothing, pytest's arguments…
+    local preset=$1 name=e2e-$1-$2 prefix=$3
+    shift 3
+    trap end_display EXIT
+    begin_display 1920x1080x24
+    [ -z "$prefix" ] || [ -e "$WINE32_ROOT$prefix" ] || cp -a "$WINE32_ROOT$WINE32_PREFIX" "$WINE32_ROOT$prefix"
+    ORVANEL_VARIANT=$preset ORVANEL_PREFIX=$prefix ORVANEL_REPORTS=$reports/$name \
+        /usr/bin/python3 -m pytest -q -p no:cacheprovider "$@" --junit-xml="$reports/$name.xml" \
+        -o junit_suite_name="$name" >"$reports/$name.log" 2>&1 ||
+        tail -60 "$reports/$name.log"
+    [ -e "$reports/$name.xml" ] || echo failed >"$reports/$name.step"
+    end_display
+}
+
 if wants checks; then
     say "Source checks"
     step format bash -c "git ls-files '*.cpp' '*.h' | xargs clang-format-14 --dry-run --Werror"
@@ -114,22 +130,21 @@ for variant in win64 win32; do
 done
 [ -z "$runners" ] || wait $runners
 if wants e2e; then
-    # All of it with the program we ship; of the 64-bit one that it starts, hands a page over, runs an
-    # action and ends.
+    say "End to end"
     for variant in win32 win64; do
-        say "End to end, $variant"
-        selected=
-        [ $variant = win64 ] && selected="first_start or second_start or runs_its_first_action or escape_ends"
-        if build_variant $variant; then
-            ORVANEL_VARIANT=$variant /usr/bin/python3 -m pytest -q -p no:cacheprovider tests/e2e \
-                -k "$selected" --junit-xml="$reports/e2e-$variant.xml" \
-                -o junit_suite_name="e2e-$variant" >"$reports/e2e-$variant.log" 2>&1 ||
-                tail -60 "$reports/e2e-$variant.log"
-            [ -e "$reports/e2e-$variant.xml" ] || echo failed >"$reports/e2e-$variant.step"
-        else
-            echo failed >"$reports/build-$variant.step"
-        fi
+        build_step $variant
     done
+    # Two halves of it with the program we ship, and of the 64-bit one that it starts, hands a page
+    # over, runs an action and ends.
+    dialogs="tests/e2e/test_dialogs_*.py tests/e2e/test_update.py"
+    (run_e2e win32 page "" tests/e2e $(printf -- '--ignore=%s ' $dialogs)) &
+    runners=$!
+    (
+        run_e2e win32 dialogs "$WINE32_PREFIX.dialogs" $dialogs
+        run_e2e win64 page "" tests/e2e \
+            -k "first_start or second_start or runs_its_first_action or escape_ends"
+    ) &
+    wait $runners $!
 fi
 say "All done; logs and pictures in build/reports and build/*/pictures"
 /usr/bin/python3 tools/summarise.py "$reports" build

@@ -16,9 +16,9 @@ CACHE = pathlib.Path(os.environ.get("ORVANEL_CACHE", "/var/cache/orvanel"))
 PROGRAM_FOLDER = ROOT / "build" / VARIANT
 WINE = ROOT / "tools" / f"wine{VARIANT.removeprefix('win')}.sh"
 if VARIANT == "win64":
-    PREFIX = pathlib.Path(os.environ.get("ORVANEL_PREFIX", CACHE / "prefix64"))
+    PREFIX = pathlib.Path(os.environ.get("ORVANEL_PREFIX") or CACHE / "prefix64")
 else:  # as it is called inside the Debian of 32-bit Wine
-    PREFIX = CACHE / "wine32" / os.environ.get("ORVANEL_PREFIX", "/root/prefix32").lstrip("/")
+    PREFIX = CACHE / "wine32" / (os.environ.get("ORVANEL_PREFIX") or "/root/prefix32").lstrip("/")
 USER = PREFIX / "drive_c" / "users" / "root"
 DOCUMENTS = USER / "Documents"
 PAGES = DOCUMENTS / "Orvanel Pages"
