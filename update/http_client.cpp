@@ -37,6 +37,10 @@ void http_client_allow_all() {
     all_aborted = false;
 }
 
+static std::uint32_t timeout_now() {
+    return std::atomic_ref(http_client_limits.timeout).load();
+}
+
 bool http_client_is_aborted(const HttpConnection *connection) {
     return all_aborted || connection->aborted;
 }
@@ -86,15 +90,17 @@ std::int32_t http_client_connect(HttpConnection *connection, const char *host, s
 
 // In short waits, so that an abort need not touch a socket that another thread may be closing.
 static int receive(const HttpConnection *connection, char *buffer, std::size_t size) {
-    const std::uint32_t timeout = http_client_limits.timeout;
-    network_set_timeouts(connection->socket, timeout);
+    if (connection->socket == NETWORK_NO_SOCKET)
+        return NETWORK_FAILED;
+    network_set_timeouts(connection->socket, timeout_now());
     std::uint32_t waited = 0;
     while (!http_client_is_aborted(connection)) {
-        const std::uint32_t wait = std::min(ABORT_INTERVAL, timeout - waited);
+        const std::uint32_t timeout = timeout_now();
+        const std::uint32_t wait = std::min(ABORT_INTERVAL, timeout - std::min(waited, timeout));
         if (network_wait(connection->socket, NetworkWait::ToReceive, wait))
             return network_receive(connection->socket, buffer, size);
         waited += wait;
-        if (waited == timeout)
+        if (waited >= timeout)
             return NETWORK_TIMED_OUT;
     }
     return NETWORK_FAILED;
@@ -134,7 +140,7 @@ std::int32_t http_client_tcp_write(HttpConnection *connection, const char *buffe
                                    std::int32_t length) {
     if (http_client_is_aborted(connection))
         return NETWORK_FAILED;
-    network_set_timeouts(connection->socket, http_client_limits.timeout);
+    network_set_timeouts(connection->socket, timeout_now());
     return bytes_or_failure(
         network_send(connection->socket, buffer, static_cast<std::size_t>(length)));
 }

@@ -33,9 +33,9 @@ inline constexpr std::int64_t HTTP_HEAD_LIMIT = 64 * 1024; // bytes; no server s
 inline constexpr std::int64_t HTTP_MEMORY_LIMIT = 16 * 1024 * 1024;
 inline constexpr std::int64_t HTTP_UNKNOWN_LENGTH_LIMIT = 1024 * 1024; // without Content-Length
 
-// Only tests change these.
+// Only tests change these; the time-out also while a receive waits.
 struct HttpLimits {
-    std::uint32_t timeout;   // milliseconds that one receive or send waits
+    std::uint32_t timeout;   // milliseconds that one receive or send waits; read as an atomic
     std::int64_t disk_bytes; // of one body; beyond any installer, below any disk
 };
 extern HttpLimits http_client_limits;

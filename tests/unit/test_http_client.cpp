@@ -9,6 +9,10 @@
 #include <gtest/gtest.h>
 #include <string>
 
+#ifndef _WIN32
+#include <sys/socket.h>
+#endif
+
 static std::string downloaded(const std::string &url, std::int32_t expected = HTTP_OK) {
     char *buffer;
     EXPECT_EQ(expected, http_client_download(url.c_str(), &buffer));
@@ -230,7 +234,7 @@ TEST(HttpClient, URLs_of_other_schemes_give_11_without_a_connection) {
     EXPECT_EQ(0, server.connections());
 }
 
-TEST(HttpClient, a_host_such_as_127_0_0_1_is_resolved_as_an_address) {
+TEST(HttpClient, a_host_such_as_127_0_0_1_is_resolved_through_gethostbyaddr) {
     HttpServer server(http_answer("x"));
     EXPECT_EQ("x", downloaded("http://127.0.0.1:" + std::to_string(server.port) + "/"));
 }
@@ -275,8 +279,10 @@ TEST(HttpClient, a_failed_connect_leaves_no_socket) {
     HttpConnection connection;
     EXPECT_EQ(2, http_client_connect(&connection, "1.2.3.256", 80));
     EXPECT_EQ(NETWORK_NO_SOCKET, connection.socket);
-    EXPECT_EQ(3, http_client_connect(&connection, "localhost", 65536));
-    EXPECT_EQ(NETWORK_NO_SOCKET, connection.socket);
+    for (const std::int32_t port : {65536 + server.port, server.port - 65536, 0}) {
+        EXPECT_EQ(3, http_client_connect(&connection, "localhost", port));
+        EXPECT_EQ(NETWORK_NO_SOCKET, connection.socket);
+    }
 }
 
 TEST(HttpClient, a_request_that_cannot_be_sent_whole_gives_4) {
@@ -300,7 +306,9 @@ TEST(HttpClient, a_request_that_cannot_be_sent_whole_gives_4) {
 }
 
 TEST(HttpClient, reading_from_and_writing_to_a_connection_that_was_reset_gives_minus_1) {
-    Opened opened({http_reset()});
+    std::atomic<bool> connected = false; // else the reset may overtake that
+    Opened opened({http_call([&] { wait_for(connected); }), http_reset()});
+    connected = true;
     char byte;
     const std::int32_t got = http_client_tcp_read(&opened.connection, &byte, 1);
 #ifdef _WIN32
@@ -319,6 +327,15 @@ TEST(HttpClient, a_read_first_stores_a_zero_byte_and_gives_0_at_the_end_of_the_d
     EXPECT_EQ('x', bytes[1]);
 }
 
+TEST(HttpClient, a_connection_that_is_none_neither_waits_nor_reads_nor_writes) {
+    HttpConnection connection;
+    char byte = 'x';
+    EXPECT_EQ(-1, http_client_tcp_read(&connection, &byte, 1));
+    EXPECT_EQ(-1, http_client_tcp_write(&connection, &byte, 1));
+    char line[2];
+    EXPECT_EQ(0, http_client_tcp_read_line(&connection, line, 1));
+}
+
 TEST(HttpClient, a_read_that_times_out_gives_0) {
     const std::uint32_t usual = http_client_limits.timeout;
     EXPECT_EQ(30000u, usual);
@@ -329,6 +346,27 @@ TEST(HttpClient, a_read_that_times_out_gives_0) {
     EXPECT_EQ('\0', byte);
     http_client_limits.timeout = usual;
 }
+
+#ifndef _WIN32
+static std::uint32_t timeout_of(const HttpConnection &connection, int direction) {
+    timeval time{};
+    socklen_t size = sizeof time;
+    getsockopt(static_cast<int>(connection.socket), SOL_SOCKET, direction, &time, &size);
+    return static_cast<std::uint32_t>(time.tv_sec * 1000 + time.tv_usec / 1000);
+}
+
+TEST(HttpClient, reading_and_writing_each_set_both_time_outs_to_30_seconds) {
+    char byte;
+    Opened reads({});
+    http_client_tcp_read(&reads.connection, &byte, 1);
+    EXPECT_EQ(30000u, timeout_of(reads.connection, SO_RCVTIMEO));
+    EXPECT_EQ(30000u, timeout_of(reads.connection, SO_SNDTIMEO));
+    Opened writes({http_wait_for_close()});
+    EXPECT_EQ(1, http_client_tcp_write(&writes.connection, "x", 1));
+    EXPECT_EQ(30000u, timeout_of(writes.connection, SO_RCVTIMEO));
+    EXPECT_EQ(30000u, timeout_of(writes.connection, SO_SNDTIMEO));
+}
+#endif
 
 TEST(HttpClient, what_a_line_left_over_is_read_next) {
     Opened opened({http_send("ab\r\ncdef")});

@@ -2,11 +2,13 @@
 #include "tests/support/http_server.h"
 #include "tests/support/test_folder.h"
 #include "update/http_client.h"
+#include "update/http_client_parts.h"
 
 #include <atomic>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <string>
+#include <string_view>
 
 // Far less than a time-out, far more than a loaded machine needs.
 static constexpr std::chrono::seconds SOON{10};
@@ -63,6 +65,14 @@ TEST_F(HttpClientAbort, a_wait_for_the_status_ends_with_5) {
 TEST_F(HttpClientAbort, a_wait_for_the_rest_of_the_head_ends_with_5) {
     HttpServer server({http_send("HTTP/1.1 200 OK\r\nA: b"), abort_now(), http_wait_for_close()});
     EXPECT_EQ(5, open(server.url()));
+}
+
+TEST_F(HttpClientAbort, a_head_that_the_abort_cuts_short_gives_5_although_its_end_counts_as_one) {
+    static constexpr std::string_view RECEIVED = "HTTP/1.1 200 OK\r\nA: b";
+    RECEIVED.copy(connection.buffer, RECEIVED.size());
+    connection.last = RECEIVED.size();
+    http_client_abort(&connection);
+    EXPECT_EQ(5, http_client_read_head(&connection, &length));
 }
 
 TEST_F(HttpClientAbort, a_wait_for_the_body_ends_the_chunk) {
