@@ -70,9 +70,12 @@ static void copy_to_control(int width, int height) {
 }
 
 void model_viewer_canvas_show(HDC dc) {
+    if (canvas_window == control_window) {
+        SwapBuffers(dc);
+        return;
+    }
     RECT client = {};
     GetClientRect(control_window, &client);
-    if (canvas_window != control_window && client.right > 0 && client.bottom > 0)
+    if (client.right > 0 && client.bottom > 0)
         copy_to_control(static_cast<int>(client.right), static_cast<int>(client.bottom));
-    SwapBuffers(dc);
 }
