@@ -2,6 +2,7 @@
 
 #include "tests/support/http_server.h"
 
+#include <chrono>
 #include <cstring>
 #include <gtest/gtest.h>
 #include <string>
@@ -95,8 +96,10 @@ TEST_F(Connected, a_receive_that_times_out_says_so) {
     while (network_receive(socket, bytes, 1) == 1 && bytes[0] != 'c') {
     }
     EXPECT_FALSE(network_wait(socket, NetworkWait::ToReceive, 1));
-    network_set_timeouts(socket, 10);
+    network_set_timeouts(socket, 100);
+    const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(NETWORK_TIMED_OUT, network_receive(socket, bytes, sizeof bytes));
+    EXPECT_GT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(50));
 }
 
 #ifndef _WIN32
