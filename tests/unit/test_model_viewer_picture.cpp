@@ -7,6 +7,7 @@
 #include "platform/locations.h"
 #include "platform/text.h"
 #include "tests/support/gl_context.h"
+#include "tests/support/test_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -115,6 +116,16 @@ TEST_F(ViewerPicture, a_large_model_is_shown_as_high_as_a_small_one) {
     model_viewer_picture_init({1.0f, 1.0f, 1.0f});
     draw();
     EXPECT_NEAR(shown_height(), height, 2);
+}
+
+TEST_F(ViewerPicture, a_model_without_height_has_a_box_that_gives_a_finite_scale) {
+    TestFolder folder;
+    folder.write("flat.obj", "v -1 0 -1\nv -1 0 1\nv 1 0 1\nv 1 0 -1\nf 1 2 3\nf 1 3 4\n\n");
+    text_copy(object_dir_location, folder.path);
+    const std::int32_t id = model_return_model_id("flat.obj");
+    ASSERT_NE(id, 0);
+    const Model &flat = models[id];
+    EXPECT_GE(flat.max_y - flat.min_y, 1.0f);
 }
 
 TEST_F(ViewerPicture, models_of_all_sizes_are_lit_alike) {

@@ -1,5 +1,6 @@
 #include "tests/windows/dialog_growth.h"
 
+#include "page/options.h"
 #include "platform/gl.h"
 #include "platform/win32/object_count.h"
 
@@ -98,4 +99,11 @@ void expect_no_growth(void (*open_and_close)()) {
     EXPECT_EQ(after.objects, before.objects);
     EXPECT_LT(after.lists, before.lists + CYCLES); // the next free one may be another by chance
     EXPECT_LT(after.memory, before.memory + MEMORY_TOLERANCE);
+}
+
+void expect_no_growth_with_preview(void (*open_and_close)()) {
+    const std::int32_t before = orvanel_options.anti_aliasing;
+    orvanel_options.anti_aliasing = 0;
+    expect_no_growth(open_and_close);
+    orvanel_options.anti_aliasing = before;
 }
