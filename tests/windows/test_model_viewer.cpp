@@ -12,11 +12,10 @@
 #include "resources/resource_ids.h"
 #include "scene/gl_util.h"
 #include "scene/scene.h"
+#include "tests/windows/memory_use.h"
 #include "tests/windows/real_window.h"
 
 #include <gtest/gtest.h>
-
-#include <psapi.h>
 
 #include <vector>
 
@@ -400,13 +399,6 @@ TEST_F(ModelViewer, the_main_window_draws_its_objects_as_before) {
 
 // ---- growth
 
-static SIZE_T memory_in_use() {
-    PROCESS_MEMORY_COUNTERS counters = {};
-    counters.cb = sizeof counters;
-    K32GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
-    return counters.PagefileUsage;
-}
-
 static int lists_of_main_window() {
     int count = 0;
     for (GLuint name = 1; name < 3000; name++)
@@ -431,9 +423,10 @@ TEST_F(ModelViewer, making_and_destroying_it_300_times_leaves_nothing_behind) {
     DestroyWindow(viewer);
     make_and_destroy(dialog, 20);
     const int lists = lists_of_main_window();
-    const SIZE_T memory_before = memory_in_use();
+    const long long heap = heap_bytes(), working_set = working_set_bytes();
     make_and_destroy(dialog, 300);
     EXPECT_EQ(lists_of_main_window(), lists);
-    EXPECT_LT(memory_in_use(), memory_before + 2u * 1024 * 1024);
+    EXPECT_LT(heap_bytes(), heap + 15 * 1024);               // 50 a time
+    EXPECT_LT(working_set_bytes(), working_set + (8 << 20)); // a driver's caches
     expect_main_context();
 }
