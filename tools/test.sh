@@ -121,7 +121,8 @@ if wants fuzz || wants checks; then
     ) &
     runners=$!
 fi
-for variant in win64 win32; do
+# The 32-bit ones first: they take the longest.
+for variant in win32 win64; do
     if wants $variant; then
         say "Windows programs under Wine, $variant"
         build_step $variant || continue
