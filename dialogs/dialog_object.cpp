@@ -137,7 +137,8 @@ static INT_PTR CALLBACK dialog_object(HWND dialog, UINT message, WPARAM wparam, 
 }
 
 std::int32_t dialog_object_show() {
-    model_chooser_wait_for_catalogue();
+    if (!model_chooser_wait_for_catalogue())
+        return DIALOG_CANCEL;
     model_viewer_init();
     const INT_PTR result =
         DialogBoxParamA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(RESOURCE_DIALOG_OBJECT),

@@ -181,6 +181,7 @@ static INT_PTR CALLBACK dialog_page(HWND dialog, UINT message, WPARAM wparam, LP
 }
 
 std::int32_t dialog_page_show() {
-    model_chooser_wait_for_catalogue();
+    if (!model_chooser_wait_for_catalogue())
+        return DIALOG_CANCEL;
     return dialog_run(RESOURCE_DIALOG_PAGE, dialog_page);
 }

@@ -84,8 +84,10 @@ static void show(HWND dialog, const UpdateView &before) {
         SetDlgItemTextA(dialog, RESOURCE_UPDATE_TEXT, view.text);
     if (view.can_download != before.can_download || view.can_cancel != before.can_cancel)
         show_buttons(dialog);
-    SendMessageA(bar, PBM_SETPOS, static_cast<WPARAM>(view.progress), 0);
-    ShowWindow(bar, view.shows_progress ? SW_SHOW : SW_HIDE);
+    if (view.progress != before.progress)
+        SendMessageA(bar, PBM_SETPOS, static_cast<WPARAM>(view.progress), 0);
+    if (view.shows_progress != before.shows_progress)
+        ShowWindow(bar, view.shows_progress ? SW_SHOW : SW_HIDE);
     UpdateWindow(dialog); // what follows may take a while
 }
 
@@ -119,7 +121,8 @@ static void start_download(HWND dialog) {
 // A timer rather than a sleep: the windows go on answering while the installer starts.
 static void start_installer(HWND dialog) {
     auto_update_start_installer();
-    SetTimer(dialog, INSTALLER_TIMER, auto_update_waits.after_installer, nullptr);
+    if (SetTimer(dialog, INSTALLER_TIMER, auto_update_waits.after_installer, nullptr) == 0)
+        EndDialog(dialog, DIALOG_UPDATE_QUIT);
 }
 
 // The shell refuses some of its work while a message that another thread sent is being handled:

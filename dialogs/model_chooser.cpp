@@ -34,20 +34,21 @@ static void look_until_ended(Thread *thread) {
     SetCursor(before);
 }
 
-void model_chooser_wait_for_catalogue() {
+bool model_chooser_wait_for_catalogue() {
     if (object_files_loaded())
-        return;
+        return true;
     // It scans, or waits for the thread that does.
     Thread *thread = thread_start(object_files_load);
     if (thread == nullptr) {
         object_files_load();
-        return;
+        return true;
     }
     const HWND main = static_cast<HWND>(window_attached());
     const bool was_enabled = EnableWindow(main, FALSE) == 0;
     look_until_ended(thread);
     if (was_enabled)
         EnableWindow(main, TRUE);
+    return object_files_loaded();
 }
 
 // ---- the controls

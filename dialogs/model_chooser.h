@@ -14,8 +14,9 @@
 #include <cstdint>
 
 // Waits until the catalogue can be read, while the main window goes on being painted but takes no
-// input. Before the dialog opens and before the catalogue is asked for the entry to choose.
-void model_chooser_wait_for_catalogue();
+// input. Before the dialog opens and before the catalogue is asked for the entry to choose. False
+// when the program ends instead: the dialog is not to be opened.
+bool model_chooser_wait_for_catalogue();
 
 // Fills the controls of the dialog (or of the page of a tab that holds the group) and chooses a
 // catalogue entry; OBJECT_NONE is the built-in model. In WM_INITDIALOG.

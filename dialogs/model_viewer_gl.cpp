@@ -23,7 +23,7 @@ struct ContextTurn {
     ContextTurn()
         : taken(model_viewer_RC != nullptr && wglMakeCurrent(model_viewer_DC, model_viewer_RC)) {}
     ~ContextTurn() {
-        if (taken)
+        if (model_viewer_RC != nullptr) // a failed change leaves no context current
             wglMakeCurrent(dc, context);
     }
     ContextTurn(const ContextTurn &) = delete;

@@ -132,23 +132,6 @@ end_display() {
     return 0
 }
 
-# Starting Wine's own services takes longer than most tests: a program that waits for its input keeps
-# them from ending with every test. On the display that is set now.
-keep_wine() { # runner
-    local input
-    input=$(mktemp -u)
-    mkfifo "$input"
-    "$1" cmd.exe /q <>"$input" >/dev/null 2>&1 &
-    WINE_KEEPER=$!
-    rm "$input"
-}
-
-release_wine() {
-    [ -n "${WINE_KEEPER:-}" ] && kill "$WINE_KEEPER" 2>/dev/null && wait "$WINE_KEEPER" 2>/dev/null
-    WINE_KEEPER=
-    return 0
-}
-
 build_variant() { # preset
     [ -e "build/$1/build.ninja" ] || cmake --preset "$1" >"$ORVANEL_CACHE/configure-$1.log" 2>&1 ||
         { cat "$ORVANEL_CACHE/configure-$1.log"; return 1; }

@@ -60,9 +60,8 @@ run_ctest() { # preset, programs at a time
 
 # On a display of its own, one program at a time: they share one desktop with one foreground window.
 run_windows_tests() { # preset
-    trap 'release_wine; end_display' EXIT
+    trap end_display EXIT
     begin_display 1920x1080x24
-    keep_wine "$ORVANEL_ROOT/tools/wine${1#win}.sh"
     run_ctest "$1" 1
 }
 

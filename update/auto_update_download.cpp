@@ -12,7 +12,7 @@
 static constexpr std::int64_t CHUNKS = 20;       // that the progress bar shows
 static constexpr std::int64_t LAST_CHUNK = 1;    // bytes; a chunk that gave no more was the last
 static constexpr std::uint32_t STOP_TIME = 2000; // milliseconds that the download has to end
-static constexpr std::uint32_t END_TIME = 500;   // milliseconds from its last report to its end
+static constexpr std::uint32_t END_TIME = 200;   // milliseconds from its last report to its end
 static constexpr std::uint32_t END_STEP = 1;     // millisecond between two looks
 
 static Thread *download_thread;
@@ -67,7 +67,7 @@ static bool fetch_signature(Signature *signature) {
     char url[AUTO_UPDATE_URL_SIZE];
     auto_update_url(url, "orvanel_setup.exe.sig");
     char *text = nullptr;
-    if (http_client_download(url, &text) != HTTP_OK)
+    if (http_client_download_over(&connection, url, &text) != HTTP_OK)
         return false;
     const bool parsed = auto_update_signature_parse(text, signature);
     http_client_release(text);
@@ -154,6 +154,7 @@ std::int32_t auto_update_download(const AutoUpdateDialog &dialog) {
 void auto_update_cancel_download() {
     cancelled = true;
     http_client_abort(&connection);
+    discard_unstarted(); // complete, but the dialog went before it heard of it
 }
 
 std::int32_t auto_update_start_installer() {

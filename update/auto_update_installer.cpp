@@ -84,7 +84,10 @@ std::int32_t auto_update_installer_finish(AutoUpdateInstaller *installer) {
 std::int32_t auto_update_installer_start(AutoUpdateInstaller *installer) {
     const char *verb = system_major_version() > ELEVATION_SINCE ? "runas" : "open";
     const int result = installer_file_start(installer->file, verb);
-    installer_file_keep(installer->file);
+    if (result == 0)
+        installer_file_keep(installer->file);
+    else
+        installer_file_delete(installer->file);
     installer->file = nullptr;
     return result;
 }

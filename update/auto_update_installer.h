@@ -25,7 +25,7 @@ bool auto_update_installer_write(AutoUpdateInstaller *installer, std::span<const
 // All is written. 0, or 1 when the file does not hold what was written.
 std::int32_t auto_update_installer_finish(AutoUpdateInstaller *installer);
 
-// 0, or 1 when it was not started. The file is kept in either case.
+// 0, or 1 when it was not started; the file is deleted then.
 std::int32_t auto_update_installer_start(AutoUpdateInstaller *installer);
 
 // Deletes the file, if there is one.

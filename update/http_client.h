@@ -96,6 +96,9 @@ std::int64_t http_client_download_to_disk_chunked_get(std::int64_t count,
                                                       const HttpSink &sink);
 void http_client_close(HttpConnection *connection); // harmless twice
 
+// http_client_download over a connection of the caller's, who can so abort it.
+std::int32_t http_client_download_over(HttpConnection *connection, const char *url, char **buffer);
+
 // From any thread: connecting, sending and receiving on the connection fail soon, now and later
 // (looking up a name is the system's and is not cut short). The connection is still closed by its
 // own thread. allow takes an abort back; call it before the connection is used again.

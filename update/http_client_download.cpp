@@ -49,15 +49,19 @@ std::int32_t http_client_read_body(HttpConnection *connection, std::int64_t leng
     return HTTP_OK;
 }
 
-std::int32_t http_client_download(const char *url, char **buffer) {
+std::int32_t http_client_download_over(HttpConnection *connection, const char *url, char **buffer) {
     *buffer = nullptr;
-    HttpConnection connection;
     std::int64_t length;
-    std::int32_t result = http_client_download_to_disk_chunked_open(url, &connection, &length);
+    std::int32_t result = http_client_download_to_disk_chunked_open(url, connection, &length);
     if (result == HTTP_OK)
-        result = http_client_read_body(&connection, length, buffer);
-    http_client_close(&connection);
+        result = http_client_read_body(connection, length, buffer);
+    http_client_close(connection);
     return result;
+}
+
+std::int32_t http_client_download(const char *url, char **buffer) {
+    HttpConnection connection;
+    return http_client_download_over(&connection, url, buffer);
 }
 
 std::int32_t http_client_release(char *buffer) {

@@ -54,6 +54,9 @@ bool network_find_address(const char *dotted, std::uint32_t *address) {
     const in_addr_t number = inet_addr(dotted);
     if (number == INADDR_NONE)
         return false;
+    recorder.address_lookups++;
+    if (recorder.addresses_unknown)
+        return false;
     return find(address, [number](hostent *host, char *memory, std::size_t size, hostent **result,
                                   int *error) {
         return gethostbyaddr_r(&number, sizeof number, AF_INET, host, memory, size, result, error);

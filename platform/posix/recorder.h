@@ -64,8 +64,10 @@ struct Recorder {
     std::int32_t cursor_x, cursor_y, mouse_trails;
     std::int32_t screen_width, screen_height; // 0 = 1920 x 1080
     bool network_missing;
-    std::int32_t network_users; // starts without a stop
-    bool proxy_missing;         // the system tells no proxy setting
+    std::int32_t network_users;   // starts without a stop
+    std::int32_t address_lookups; // of the hosts of addresses
+    bool addresses_unknown;       // no address has a host
+    bool proxy_missing;           // the system tells no proxy setting
     ProxySetting proxy;
     std::string documents, local_app_data, temporary; // folders; empty = the system has none
 };

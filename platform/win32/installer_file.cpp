@@ -10,8 +10,9 @@
 #include <string>
 
 static constexpr INT_PTR SHELL_ERROR_MAX = 32; // ShellExecute reports success above it
-static constexpr int SEAL_ATTEMPTS = 25;
-static constexpr DWORD SEAL_PAUSE = 20; // milliseconds
+// Virus scanners look at a file for a moment after it was written; they are waited for.
+static constexpr int SCAN_ATTEMPTS = 25;
+static constexpr DWORD SCAN_PAUSE = 20; // milliseconds
 static constexpr std::wstring_view LONG_PREFIX = L"\\\\?\\";
 static constexpr std::wstring_view SERVER_PREFIX = L"\\\\?\\UNC\\";
 
@@ -105,13 +106,12 @@ int installer_file_write(InstallerFile *file, std::span<const char> bytes) {
                : 1;
 }
 
-// Virus scanners look at a file for a moment after it was written; they are waited for.
 static HANDLE reopen_alone(HANDLE file) {
-    for (int i = 0; i < SEAL_ATTEMPTS; i++) {
+    for (int i = 0; i < SCAN_ATTEMPTS; i++) {
         const HANDLE alone = ReOpenFile(file, GENERIC_READ, FILE_SHARE_READ, 0);
         if (alone != INVALID_HANDLE_VALUE)
             return alone;
-        Sleep(SEAL_PAUSE);
+        Sleep(SCAN_PAUSE);
     }
     return INVALID_HANDLE_VALUE;
 }
@@ -159,6 +159,9 @@ void installer_file_delete(InstallerFile *file) {
     if (file == nullptr)
         return;
     CloseHandle(file->file);
-    DeleteFileW(file->path.c_str());
+    for (int i = 0; i < SCAN_ATTEMPTS && DeleteFileW(file->path.c_str()) == 0 &&
+                    GetLastError() == ERROR_SHARING_VIOLATION;
+         i++)
+        Sleep(SCAN_PAUSE);
     delete file;
 }

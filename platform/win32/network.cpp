@@ -80,7 +80,8 @@ bool network_connected(NetworkSocket socket) {
            error == 0 && set_waiting(socket, true);
 }
 
-// A connection that fails is reported among the errors, not among those that can be written.
+// A connection that fails is reported among the errors, not among those that can be written. Of an
+// open one they would tell urgent data, which the next receive does not get.
 bool network_wait(NetworkSocket socket, NetworkWait what, std::uint32_t milliseconds) {
     fd_set waits, errors;
     waits.fd_count = errors.fd_count = 1;
@@ -88,7 +89,8 @@ bool network_wait(NetworkSocket socket, NetworkWait what, std::uint32_t millisec
     timeval time{.tv_sec = static_cast<long>(milliseconds / 1000),
                  .tv_usec = static_cast<long>(milliseconds % 1000) * 1000};
     return select(0, what == NetworkWait::ToReceive ? &waits : nullptr,
-                  what == NetworkWait::ToConnect ? &waits : nullptr, &errors, &time) != 0;
+                  what == NetworkWait::ToConnect ? &waits : nullptr,
+                  what == NetworkWait::ToConnect ? &errors : nullptr, &time) != 0;
 }
 
 void network_set_timeouts(NetworkSocket socket, std::uint32_t milliseconds) {

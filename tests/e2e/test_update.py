@@ -122,7 +122,8 @@ def bar_length(image):
 def next_offer():
     """The option as the file has it."""
     text = (SETTINGS / "options.xml").read_text()
-    return int(re.search(r"<check_for_updates_next>(\d+)<", text)[1])
+    found = re.search(r"<check_for_updates_next>(\d+)<", text)
+    return int(found[1]) if found else 0  # not written yet
 
 
 def expect_answers(answers, *names):

@@ -235,9 +235,20 @@ TEST_F(AutoUpdateDownloadTest, cancelling_while_the_signature_is_awaited_deletes
     EXPECT_TRUE(wait_until([this] { return server.connections() == 2; }));
     EXPECT_TRUE(file_is_there());
     auto_update_cancel_download();
+    EXPECT_TRUE(wait_until([this] { return !file_is_there(); })) << "long before the time-out";
     auto_update_stop();
-    EXPECT_FALSE(file_is_there());
     EXPECT_FALSE(ended(told()));
+}
+
+TEST_F(AutoUpdateDownloadTest, an_installer_whose_dialog_goes_while_it_is_told_is_deleted) {
+    give_installer();
+    on_step = [](std::int32_t step, std::int32_t) {
+        if (step == AUTO_UPDATE_COMPLETE)
+            auto_update_cancel_download();
+    };
+    download();
+    EXPECT_FALSE(file_is_there());
+    EXPECT_NE(0, auto_update_start_installer());
 }
 
 #ifndef _WIN32
@@ -283,13 +294,12 @@ TEST_F(AutoUpdateDownloadTest, newer_systems_are_asked_for_the_administrators_ri
     EXPECT_TRUE(file_is_there()) << "the installer may still be running";
 }
 
-TEST_F(AutoUpdateDownloadTest, an_installer_that_the_user_refuses_to_start_stays) {
+TEST_F(AutoUpdateDownloadTest, an_installer_that_the_user_refuses_to_start_is_deleted) {
     recorder.installer_refused = true;
     give_installer();
     ASSERT_EQ(steps(20, AUTO_UPDATE_COMPLETE), download());
     EXPECT_NE(0, auto_update_start_installer());
-    auto_update_stop();
-    EXPECT_TRUE(file_is_there());
+    EXPECT_FALSE(file_is_there());
 }
 
 class AutoUpdatePlacesTest : public UpdateTest {

@@ -6,6 +6,10 @@
 #include "update/http_client_parts.h"
 
 #include <atomic>
+#ifndef _WIN32
+#include "platform/posix/recorder.h"
+#endif
+
 #include <gtest/gtest.h>
 #include <string>
 
@@ -236,7 +240,16 @@ TEST(HttpClient, URLs_of_other_schemes_give_11_without_a_connection) {
 
 TEST(HttpClient, a_host_such_as_127_0_0_1_is_resolved_through_gethostbyaddr) {
     HttpServer server(http_answer("x"));
-    EXPECT_EQ("x", downloaded("http://127.0.0.1:" + std::to_string(server.port) + "/"));
+    const std::string url = "http://127.0.0.1:" + std::to_string(server.port) + "/";
+    EXPECT_EQ("x", downloaded(url));
+#ifndef _WIN32
+    const std::int32_t before = recorder.address_lookups;
+    EXPECT_EQ("x", downloaded(url));
+    EXPECT_EQ(before + 1, recorder.address_lookups);
+    recorder.addresses_unknown = true;
+    downloaded(url, 2);
+    recorder.addresses_unknown = false;
+#endif
 }
 
 TEST(HttpClient, a_host_beginning_with_a_digit_that_is_not_a_valid_address_gives_2) {

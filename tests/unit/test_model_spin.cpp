@@ -104,7 +104,7 @@ TEST_F(ModelSpin, a_throw_is_no_faster_than_six_and_a_half_degrees_a_frame) {
     expect_speed(-0.55f, -6.5f);
 }
 
-TEST_F(ModelSpin, releasing_without_having_moved_leaves_the_spin_as_it_was) {
+TEST_F(ModelSpin, releasing_the_button_without_having_moved_leaves_the_previous_spin_unchanged) {
     model_spin_grab(100, 0);
     model_spin_move(100, 0); // the system reports such moves as well
     model_spin_release();

@@ -36,7 +36,9 @@ static std::string category_of(const ObjectFile *entry) {
 
 // ---- what a file's first lines give
 
-TEST_F(ObjectFilesTest, a_file_without_tags_is_listed_under_its_file_name_in_misc) {
+TEST_F(
+    ObjectFilesTest,
+    a_file_whose_first_five_lines_carry_no_tags_is_listed_under_its_file_name_without_obj_in_misc) {
     const ObjectFile *entry = scanned("printer.obj", "# a model\nv 1 2 3\n\n\n\n");
     ASSERT_NE(entry, nullptr);
     EXPECT_STREQ(entry->name, "printer");
@@ -177,7 +179,7 @@ TEST_F(ObjectFilesTest, a_category_longer_than_20_characters_is_cut_and_stays_on
     EXPECT_EQ(object_catagory_get_id("12345678901234567890 and more"), 2);
 }
 
-TEST_F(ObjectFilesTest, names_are_looked_up_ignoring_case_and_files_exactly) {
+TEST_F(ObjectFilesTest, name_lookup_is_case_insensitive_file_lookup_case_sensitive) {
     folder.write("Printer.obj", "#name:Big Printer\n");
     object_files_load();
     EXPECT_EQ(object_files_get_id_from_name("bIG pRINTER"), 1);
@@ -208,7 +210,7 @@ TEST_F(ObjectFilesTest, the_shipped_models_all_have_a_name_and_a_category) {
 
 // ---- the scan on its thread
 
-TEST_F(ObjectFilesTest, loading_again_after_a_finished_scan_does_nothing) {
+TEST_F(ObjectFilesTest, calling_object_files_load_again_after_a_finished_scan_does_nothing) {
     folder.write("a.obj", "");
     object_files_load();
     EXPECT_TRUE(object_files_loaded());

@@ -1,3 +1,4 @@
+#include "dialogs/dialogs.h"
 #include "dialogs/model_chooser.h"
 
 #include "assets/model.h"
@@ -144,10 +145,10 @@ TEST_F(ModelChooser, other_commands_are_left_to_the_dialog) {
 
 TEST_F(ModelChooser, waiting_for_the_catalogue_ends_with_it_loaded_and_the_window_usable_again) {
     EXPECT_FALSE(object_files_loaded());
-    model_chooser_wait_for_catalogue();
+    EXPECT_TRUE(model_chooser_wait_for_catalogue());
     EXPECT_TRUE(object_files_loaded());
     EXPECT_TRUE(IsWindowEnabled(hWnd));
-    model_chooser_wait_for_catalogue(); // there is nothing to wait for
+    EXPECT_TRUE(model_chooser_wait_for_catalogue()); // there is nothing to wait for
 }
 
 static bool was_disabled, was_painted;
@@ -177,7 +178,9 @@ TEST_F(ModelChooser,
 TEST_F(ModelChooser, a_program_that_is_told_to_end_does_not_wait_any_longer) {
     object_files_loaded_flag = CATALOGUE_RUNNING;
     PostQuitMessage(5);
-    model_chooser_wait_for_catalogue();
+    EXPECT_FALSE(model_chooser_wait_for_catalogue());
+    EXPECT_EQ(dialog_object_show(), DIALOG_CANCEL);
+    EXPECT_EQ(dialog_page_show(), DIALOG_CANCEL);
     EXPECT_TRUE(IsWindowEnabled(hWnd));
     MSG message = {};
     EXPECT_TRUE(PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));

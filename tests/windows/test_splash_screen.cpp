@@ -6,6 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
+
 static constexpr DWORD TIMEOUT = 20'000; // milliseconds
 static constexpr DWORD STEP = 10;        // milliseconds
 // Milliseconds after which the thread of a splash screen has surely come to its window.
@@ -73,20 +76,27 @@ static COLORREF window_pixel(HWND window, int x, int y) {
     return colour;
 }
 
-TEST(SplashScreen, It_shows_the_picture_pixel_by_pixel_and_then_closes_itself) {
+static bool shows_picture(HWND window) {
     static constexpr POINT points[] = {{110, 80}, {300, 130}, {470, 280}, {5, 150}};
-    splash_screen_display();
-    const HWND window = wait_for(true);
-    ASSERT_NE(window, nullptr);
-    for (DWORD waited = 0; waited < TIMEOUT && IsWindow(window); waited += STEP) {
-        if (window_pixel(window, 110, 80) == picture_pixel(110, 80))
-            break;
-        Sleep(STEP);
+    return std::all_of(std::begin(points), std::end(points), [window](const POINT &point) {
+        return window_pixel(window, point.x, point.y) == picture_pixel(point.x, point.y);
+    });
+}
+
+TEST(SplashScreen, It_shows_the_picture_pixel_by_pixel_and_then_closes_itself) {
+    bool seen = false;
+    for (int i = 0; i < 5 && !seen; i++) { // a busy machine may miss it in the time it stands
+        splash_screen_display();
+        const HWND window = wait_for(true);
+        ASSERT_NE(window, nullptr);
+        for (; IsWindow(window) && !seen; Sleep(STEP))
+            seen = shows_picture(window);
+        EXPECT_EQ(wait_for(false), nullptr); // nobody hides it
+        for (DWORD waited = 0; waited < TIMEOUT && IsWindow(window); waited += STEP)
+            Sleep(STEP);
+        EXPECT_FALSE(IsWindow(window));
     }
-    for (const POINT &point : points)
-        EXPECT_EQ(window_pixel(window, point.x, point.y), picture_pixel(point.x, point.y));
-    EXPECT_EQ(wait_for(false), nullptr); // nobody hides it
-    EXPECT_FALSE(IsWindow(window));
+    EXPECT_TRUE(seen);
 }
 
 TEST(SplashScreen, It_stays_for_at_least_1750_milliseconds) {
