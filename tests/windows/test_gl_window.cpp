@@ -205,12 +205,18 @@ static bool becomes_true(bool (*condition)()) {
     return false;
 }
 
+// Milliseconds. The window manager answers late, and its answer to a window that was minimised
+// would take back that it is restored.
+static constexpr DWORD SETTLE_TIME = 500;
+
 TEST(PlatformWindow, knows_when_it_is_minimised) {
     const MainWindow main(false);
     ShowWindow(main.window, SW_SHOW);
     EXPECT_FALSE(window_is_minimised());
     ShowWindow(main.window, SW_MINIMIZE);
     EXPECT_TRUE(becomes_true(window_is_minimised));
+    Sleep(SETTLE_TIME);
+    handle_messages();
     ShowWindow(main.window, SW_RESTORE);
     EXPECT_TRUE(becomes_true([] { return !window_is_minimised(); }));
 }
