@@ -8,7 +8,7 @@ enum ActionType : std::int32_t { ACTION_COMMAND = 0, ACTION_SEPARATOR = 1, ACTIO
 
 struct Action {
     std::int32_t type;      // ActionType
-    std::int32_t owner;     // index of the submenu action it belongs to, 0 = top level
+    std::int32_t owner;     // number of its submenu among the node's, from 1; 0 = top level
     char name[61];          // item text
     char command[261];      // program, document, folder, address or page file; may hold $NAME
     char icon[261];         // file the menu icon is taken from
