@@ -26,7 +26,7 @@ static void open_details(HWND page) {
         SetDlgItemTextA(page, RESOURCE_OBJECT_DESCRIPTION, source->description);
     if (dialog_object_edits_node())
         SetDlgItemTextA(page, RESOURCE_OBJECT_NAME, source->name);
-    model_chooser_init(page, dialog_object_first_entry());
+    model_chooser_init(page, dialog_object_first_entry(), dialog_object_first_model());
 }
 
 static INT_PTR CALLBACK dialog_object_details(HWND page, UINT message, WPARAM wparam, LPARAM) {
@@ -94,11 +94,9 @@ static void confirm(HWND dialog) {
     const HWND details = dialog_object_tab_windows[TAB_DETAILS];
     GetDlgItemTextA(details, RESOURCE_OBJECT_NAME, name, sizeof name);
     GetDlgItemTextA(details, RESOURCE_OBJECT_DESCRIPTION, description, sizeof description);
-    const std::int32_t entry = model_chooser_entry();
     dialog_object_save_current_selection();
     const std::int32_t id = dialog_object_apply(
-        {.name = name, .description = description, .model_id = dialog_object_entry_model(entry)});
-    dialog_object_remember_entry(entry);
+        {.name = name, .description = description, .model_entry = model_chooser_entry()});
     EndDialog(dialog, id >= 0 ? DIALOG_OK : DIALOG_CANCEL);
 }
 

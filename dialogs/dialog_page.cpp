@@ -43,7 +43,7 @@ static void open_dialog(HWND dialog) {
     CheckDlgButton(dialog, RESOURCE_PAGE_LINK, exists ? BST_CHECKED : BST_UNCHECKED);
     EnableWindow(GetDlgItem(dialog, RESOURCE_PAGE_LINK), !exists);
     enable_file(dialog, false);
-    model_chooser_init(dialog, dialog_page_first_model());
+    model_chooser_init(dialog, dialog_page_first_entry(), dialog_page_first_model());
     dialog_center_on_parent(main_window(), dialog);
 }
 

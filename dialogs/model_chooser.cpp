@@ -9,6 +9,7 @@
 static constexpr DWORD LOOK_TIME = 15; // milliseconds between two looks at the catalogue
 
 static ModelChoice choice;
+static std::int32_t model_not_listed; // id of the model shown while none of the list is chosen
 
 // ---- waiting
 
@@ -69,9 +70,11 @@ static void fill(HWND box, std::int32_t total, std::int32_t chosen, ItemName nam
 static void show_choice(HWND dialog) {
     SendDlgItemMessageA(dialog, RESOURCE_MODEL_NAME, CB_SETCURSEL,
                         static_cast<WPARAM>(choice.model_chosen), 0);
-    const char *file = object_files[model_choice_entry(&choice)].file;
+    const std::int32_t entry = model_choice_entry(&choice);
+    const std::int32_t model_id =
+        entry != OBJECT_NONE ? model_return_model_id(object_files[entry].file) : model_not_listed;
     SendDlgItemMessageA(dialog, RESOURCE_MODEL_VIEWER, MODEL_VIEWER_SHOW,
-                        static_cast<WPARAM>(model_return_model_id(file)), 0);
+                        static_cast<WPARAM>(model_id), 0);
 }
 
 static void show_models(HWND dialog) {
@@ -80,7 +83,8 @@ static void show_models(HWND dialog) {
     show_choice(dialog);
 }
 
-void model_chooser_init(HWND dialog, std::int32_t entry) {
+void model_chooser_init(HWND dialog, std::int32_t entry, std::int32_t model_id) {
+    model_not_listed = model_id;
     object_files_load();
     model_choice_init(&choice, entry);
     fill(GetDlgItem(dialog, RESOURCE_MODEL_CATEGORY), choice.category_total, choice.category_chosen,

@@ -19,10 +19,11 @@
 bool model_chooser_wait_for_catalogue();
 
 // Fills the controls of the dialog (or of the page of a tab that holds the group) and chooses a
-// catalogue entry; OBJECT_NONE is the built-in model. In WM_INITDIALOG.
-void model_chooser_init(HWND dialog, std::int32_t entry);
+// catalogue entry. With OBJECT_NONE none is chosen yet and the preview shows the model of this id,
+// of the table of models, until one is. In WM_INITDIALOG.
+void model_chooser_init(HWND dialog, std::int32_t entry, std::int32_t model_id);
 
 // Hand every WM_COMMAND over: true when it came from one of the controls and is done.
 bool model_chooser_command(HWND dialog, WPARAM wparam);
 
-std::int32_t model_chooser_entry(); // chosen catalogue index
+std::int32_t model_chooser_entry(); // chosen catalogue index, OBJECT_NONE when none is chosen

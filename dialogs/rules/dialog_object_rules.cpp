@@ -1,10 +1,9 @@
 #include "dialogs/rules/dialog_object_rules.h"
 
-#include "assets/model.h"
 #include "assets/object_files.h"
 #include "dialogs/rules/action_tree.h"
+#include "dialogs/rules/dialog_model_rules.h"
 #include "page/node.h"
-#include "page/options.h"
 #include "platform/text.h"
 #include "scene/scene_floor.h"
 #include "scene/scene_page.h"
@@ -41,10 +40,23 @@ const Node *dialog_object_source() {
     return template_object_check() == 0 ? &template_object.node : nullptr;
 }
 
+std::int32_t dialog_object_first_model() {
+    const Node *source = dialog_object_source();
+    return source == nullptr ? 0 : source->model_id;
+}
+
+std::int32_t dialog_object_first_entry() {
+    const std::int32_t own = dialog_model_entry(dialog_object_first_model());
+    return dialog_object_edits_node()
+               ? own
+               : dialog_model_entry_used_last(dialog_object_last_model_used, own);
+}
+
 // The position stays in the table's entry when it is initialised, and the entry may have held
 // another node before.
 static void begin_new_node(std::int32_t id) {
     node[id].type = NODE_OBJECT;
+    node[id].model_id = dialog_object_first_model();
     node[id].x = dialog_object_mouse_x + scene_floor.position_x;
     node[id].y = dialog_object_mouse_y + scene_floor.position_y;
     node[id].move_dx = node[id].move_dy = 0.0f;
@@ -61,34 +73,11 @@ std::int32_t dialog_object_apply(const ObjectDetails &details) {
         begin_new_node(id);
     text_copy_limit(node[id].name, NODE_NAME_LENGTH, details.name);
     text_copy_limit(node[id].description, NODE_DESCRIPTION_LENGTH, details.description);
-    node[id].model_id = details.model_id;
-    node_set_model_dimensions(id);
+    dialog_model_take(id, details.model_entry);
+    dialog_model_remember(&dialog_object_last_model_used, details.model_entry);
     dialog_object_save_actions(&node[id]);
     if (!edited)
         node_total++;
     template_object_load();
     return id;
-}
-
-std::int32_t dialog_object_first_entry() {
-    const bool remembers = orvanel_options.remember_last_model == 1;
-    if (!dialog_object_edits_node() && remembers && dialog_object_last_model_used != OBJECT_NONE)
-        return dialog_object_last_model_used;
-    const Node *source = dialog_object_source();
-    const std::int32_t model = source == nullptr ? 0 : source->model_id;
-    if (model < 0 || model >= models_total)
-        return OBJECT_DEFAULT;
-    const std::int32_t entry = object_files_get_id_from_file(models[model].file_name);
-    return entry == OBJECT_NONE ? OBJECT_DEFAULT : entry;
-}
-
-void dialog_object_remember_entry(std::int32_t entry) {
-    if (orvanel_options.remember_last_model == 1)
-        dialog_object_last_model_used = entry;
-}
-
-std::int32_t dialog_object_entry_model(std::int32_t entry) {
-    if (entry < 0 || entry >= object_files_total)
-        return 0;
-    return model_return_model_id(object_files[entry].file);
 }

@@ -27,23 +27,21 @@ const char *dialog_object_title();
 // a new one the template object. Null = no template, so there is nothing to begin with.
 const Node *dialog_object_source();
 
+// Index into models of the model that the dialog opens with, and catalogue index of the one that is
+// chosen then: that of the edited object, for a new one the model used last when the options ask
+// for it, else the template's. OBJECT_NONE when the model is not in the catalogue, which must be
+// loaded.
+std::int32_t dialog_object_first_model();
+std::int32_t dialog_object_first_entry();
+
 // Entries of the Details tab as the user left them.
 struct ObjectDetails {
-    const char *name;        // cut at 30 characters
-    const char *description; // cut at 50
-    std::int32_t model_id;   // index into models
+    const char *name;         // cut at 30 characters
+    const char *description;  // cut at 50
+    std::int32_t model_entry; // of the catalogue; OBJECT_NONE = the model that it opened with
 };
 
 // What OK does: the details and the working list of actions go into the node, which is a new one
 // at the end of the table when none is edited; then the template object is read again. Returns the
 // node, or -1 when there is no room for another.
 std::int32_t dialog_object_apply(const ObjectDetails &details);
-
-// Catalogue index of the model that the dialog shows when it opens: that of the edited object, for
-// a new one the model used last when the options ask for it, else the template's. The catalogue
-// must be loaded.
-std::int32_t dialog_object_first_entry();
-void dialog_object_remember_entry(std::int32_t entry); // when the options ask for it
-
-// Index into models of a catalogue entry's model, which is read on first use.
-std::int32_t dialog_object_entry_model(std::int32_t entry);

@@ -1,10 +1,9 @@
 #include "dialogs/rules/dialog_page_rules.h"
 
 #include "actions/misc.h"
-#include "assets/model.h"
+#include "dialogs/rules/dialog_model_rules.h"
 #include "editing/undo.h"
 #include "page/node.h"
-#include "page/options.h"
 #include "page/page_file.h"
 #include "platform/letters.h"
 #include "platform/locations.h"
@@ -72,12 +71,15 @@ PageFieldTexts dialog_page_opening_texts() {
 }
 
 std::int32_t dialog_page_first_model() {
+    return dialog_page_edits_node() ? node[dialog_page_node_id].model_id : 0;
+}
+
+std::int32_t dialog_page_first_entry() {
     if (dialog_page_edits_node())
-        return object_files_get_id_from_file(models[node[dialog_page_node_id].model_id].file_name);
-    const bool remembered =
-        orvanel_options.remember_last_model == 1 && dialog_page_last_model_used != OBJECT_NONE;
-    return remembered ? dialog_page_last_model_used
-                      : object_files_get_id_from_file(DIALOG_PAGE_MODEL);
+        return dialog_model_entry(dialog_page_first_model());
+    const std::int32_t entry = object_files_get_id_from_file(DIALOG_PAGE_MODEL);
+    return dialog_model_entry_used_last(dialog_page_last_model_used,
+                                        entry != OBJECT_NONE ? entry : OBJECT_DEFAULT);
 }
 
 // ---- file names
@@ -194,14 +196,6 @@ static void begin_new_node(std::int32_t id) {
     node_init_node(id);
 }
 
-// A model that is not in the catalogue, which shows the built-in one for it, stays until another is
-// chosen.
-static bool keeps_model(const PagePlan &plan, std::int32_t entry) {
-    const bool listed = entry >= 0 && entry < object_files_total;
-    return !listed ||
-           (!plan.is_new && entry == OBJECT_DEFAULT && dialog_page_first_model() == OBJECT_NONE);
-}
-
 static void write_node(const PagePlan &plan, const PageFields &fields) {
     if (plan.is_new)
         begin_new_node(plan.id);
@@ -209,9 +203,8 @@ static void write_node(const PagePlan &plan, const PageFields &fields) {
     record->type = NODE_PAGE;
     text_copy(record->name, plan.name);
     text_copy_limit(record->description, NODE_DESCRIPTION_LENGTH, fields.description);
-    if (!keeps_model(plan, fields.model_entry))
-        record->model_id = model_return_model_id(object_files[fields.model_entry].file);
-    node_set_model_dimensions(plan.id);
+    dialog_model_take(plan.id, fields.model_entry);
+    dialog_model_remember(&dialog_page_last_model_used, fields.model_entry);
     *record->actions[0] = Action{};
     text_copy(record->actions[0]->command, plan.file_name);
     record->action_count = 1;
@@ -241,7 +234,5 @@ PageRefusal dialog_page_apply(const PageFields &fields) {
     if (refusal != PageRefusal::None)
         return refusal;
     write_node(plan, fields);
-    if (orvanel_options.remember_last_model == 1)
-        dialog_page_last_model_used = fields.model_entry;
     return PageRefusal::None;
 }

@@ -43,9 +43,11 @@ struct PageFieldTexts {
 };
 PageFieldTexts dialog_page_opening_texts();
 
-// Catalogue entry chosen at first, OBJECT_NONE when the model is not among them. The catalogue must
-// be loaded, as it must be for OK.
+// Index into models of the model that the dialog opens with, and catalogue index of the one that is
+// chosen then, OBJECT_NONE when the model is not in the catalogue. That must be loaded, as it must
+// be for OK.
 std::int32_t dialog_page_first_model();
+std::int32_t dialog_page_first_entry();
 
 // A page's file name made of its name: never that of a file in the page folder, numbered for that.
 // Empty when all numbers are taken. An ending like "_orvl" counts only where no character of the
@@ -63,7 +65,7 @@ struct PageFields {
     const char *name;         // cut at 30 characters
     const char *description;  // cut at 50
     const char *file_name;    // of the page linked, when the box is checked
-    std::int32_t model_entry; // of the catalogue
+    std::int32_t model_entry; // of the catalogue; OBJECT_NONE = the model that it opened with
 };
 
 enum class PageRefusal {

@@ -52,7 +52,7 @@ static bool model_precedes(std::int32_t a, std::int32_t b) {
     return precedes(object_files[a].name, object_files[b].name);
 }
 
-// Chooses the entry, or the first one when it is not of the category.
+// Chooses the entry, and none when it is not of the category.
 static void list_models(ModelChoice *choice, std::int32_t entry) {
     choice->model_total = 0;
     for (std::int32_t i = 0; i < object_files_total; i++) {
@@ -62,7 +62,8 @@ static void list_models(ModelChoice *choice, std::int32_t entry) {
     std::int32_t *end = choice->model + choice->model_total;
     std::stable_sort(choice->model, end, model_precedes);
     const std::int32_t *place = std::find(choice->model, end, entry);
-    choice->model_chosen = place != end ? static_cast<std::int32_t>(place - choice->model) : 0;
+    choice->model_chosen =
+        place != end ? static_cast<std::int32_t>(place - choice->model) : MODEL_NOT_LISTED;
 }
 
 void model_choice_init(ModelChoice *choice, std::int32_t entry) {
@@ -71,11 +72,12 @@ void model_choice_init(ModelChoice *choice, std::int32_t entry) {
 }
 
 void model_choice_set_category(ModelChoice *choice, std::int32_t place) {
-    if (place < 0 || place >= choice->category_total)
+    if (place < 0 || place >= choice->category_total || place == choice->category_chosen)
         return;
     const std::int32_t entry = model_choice_entry(choice);
     choice->category_chosen = place;
     list_models(choice, entry);
+    choice->model_chosen = std::max(choice->model_chosen, 0);
 }
 
 void model_choice_set_model(ModelChoice *choice, std::int32_t place) {
@@ -84,7 +86,8 @@ void model_choice_set_model(ModelChoice *choice, std::int32_t place) {
 }
 
 void model_choice_previous(ModelChoice *choice) {
-    choice->model_chosen = (choice->model_chosen + choice->model_total - 1) % choice->model_total;
+    const std::int32_t place = choice->model_chosen;
+    choice->model_chosen = (place > 0 ? place : choice->model_total) - 1;
 }
 
 void model_choice_next(ModelChoice *choice) {
@@ -92,7 +95,8 @@ void model_choice_next(ModelChoice *choice) {
 }
 
 std::int32_t model_choice_entry(const ModelChoice *choice) {
-    return choice->model[choice->model_chosen];
+    return choice->model_chosen == MODEL_NOT_LISTED ? OBJECT_NONE
+                                                    : choice->model[choice->model_chosen];
 }
 
 const char *model_choice_category_name(const ModelChoice *choice, std::int32_t place) {

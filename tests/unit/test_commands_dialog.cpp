@@ -35,7 +35,7 @@ static std::int32_t just_ok(RecordedDialog) {
 }
 
 static std::int32_t describe_object(RecordedDialog) {
-    return dialog_object_apply({.name = "made", .description = "d", .model_id = 0}) == -1
+    return dialog_object_apply({.name = "made", .description = "d", .model_entry = -1}) == -1
                ? DIALOG_CANCEL
                : DIALOG_OK;
 }

@@ -28,7 +28,8 @@ struct ObjectRules : testing::Test {
     }
 };
 
-static const ObjectDetails PLAIN = {.name = "server", .description = "cellar", .model_id = 0};
+static const ObjectDetails PLAIN = {
+    .name = "server", .description = "cellar", .model_entry = OBJECT_NONE};
 
 // ---- what is edited
 
@@ -100,7 +101,8 @@ TEST_F(ObjectRules, a_new_object_with_no_actions_saved_from_an_empty_tree_gets_a
 
 TEST_F(ObjectRules, a_name_longer_than_30_characters_is_cut_at_30_on_OK_and_a_description_at_50) {
     const std::string name(31, 'n'), description(51, 'd');
-    dialog_object_apply({.name = name.c_str(), .description = description.c_str(), .model_id = 0});
+    dialog_object_apply(
+        {.name = name.c_str(), .description = description.c_str(), .model_entry = OBJECT_NONE});
     EXPECT_EQ(node[0].name, std::string(30, 'n'));
     EXPECT_EQ(node[0].description, std::string(50, 'd'));
 }
@@ -122,19 +124,6 @@ TEST_F(ObjectRules, an_edited_object_takes_the_entries_and_stays_where_it_is) {
     EXPECT_STREQ(node[1].name, "b");
 }
 
-TEST_F(ObjectRules, the_object_takes_the_model_and_its_extents) {
-    stage_add_object("a", 0.0f, 0.0f);
-    models[1] = models[0];
-    models[1].min_x = -9.0f;
-    models_total = 2;
-    dialog_object_set_node(0);
-    dialog_object_apply({.name = "a", .description = "", .model_id = 1});
-    EXPECT_EQ(node[0].model_id, 1);
-    EXPECT_EQ(node[0].dimensions[EXTENT_LEFT], -9.0f);
-    models[1] = {};
-    models_total = 1;
-}
-
 TEST_F(ObjectRules, all_actions_can_be_taken_from_an_object) {
     stage_add_object("a", 0.0f, 0.0f, 1);
     dialog_object_set_node(0);
@@ -149,7 +138,7 @@ TEST_F(ObjectRules, the_page_file_keeps_every_small_tree_of_actions) {
     const std::vector<std::string> trees = all_trees();
     for (const std::string &text : trees) {
         load_tree(text, "bdf");
-        dialog_object_apply({.name = text.c_str(), .description = "", .model_id = 0});
+        dialog_object_apply({.name = text.c_str(), .description = "", .model_entry = OBJECT_NONE});
     }
     ASSERT_EQ(xml_save_page("trees.orvl"), 0);
     ASSERT_EQ(scene_load_page("trees.orvl", ""), PAGE_LOADED);
@@ -171,7 +160,8 @@ TEST_F(ObjectRules, the_template_object_is_read_again) {
     stage_add_object("Template", 0.0f, 0.0f);
     template_object_load();
     dialog_object_set_node(0);
-    dialog_object_apply({.name = "Template", .description = "new text", .model_id = 0});
+    dialog_object_apply(
+        {.name = "Template", .description = "new text", .model_entry = OBJECT_NONE});
     EXPECT_STREQ(template_object.node.description, "new text");
 }
 
@@ -192,7 +182,7 @@ TEST_F(ObjectRules, opening_and_confirming_without_a_change_leaves_no_undo_entry
     redo_reset();
     dialog_object_set_node(0);
     dialog_object_load_actions(dialog_object_source());
-    dialog_object_apply({.name = "a", .description = "text", .model_id = node[0].model_id});
+    dialog_object_apply({.name = "a", .description = "text", .model_entry = OBJECT_NONE});
     undo_duplicate_check(0);
     EXPECT_EQ(undo_total, 0);
 }
@@ -204,7 +194,7 @@ TEST_F(ObjectRules, a_deleted_action_can_be_undone) {
     dialog_object_set_node(0);
     dialog_object_load_actions(dialog_object_source());
     dialog_object_delete_action();
-    dialog_object_apply({.name = "a", .description = "", .model_id = node[0].model_id});
+    dialog_object_apply({.name = "a", .description = "", .model_entry = OBJECT_NONE});
     undo_duplicate_check(0);
     EXPECT_EQ(undo_total, 1);
 }
@@ -222,6 +212,14 @@ struct ObjectModels : ObjectRules {
         models[1] = models[2] = models[0];
         text_copy(models[1].file_name, "two.obj");
         text_copy(models[2].file_name, "one.obj");
+        models[1].min_x = -9.0f;
+        models[2].min_x = -8.0f;
+        orvanel_options.remember_last_model = 1;
+    }
+    // The object or, without one, a new one takes the entry.
+    static void choose(std::int32_t entry, std::int32_t id = DIALOG_OBJECT_NEW) {
+        dialog_object_set_node(id);
+        dialog_object_apply({.name = "a", .description = "", .model_entry = entry});
     }
     ~ObjectModels() override {
         models[1] = models[2] = {};
@@ -230,43 +228,91 @@ struct ObjectModels : ObjectRules {
     }
 };
 
+TEST_F(ObjectModels, the_object_takes_the_model_of_the_entry_and_its_extents) {
+    choose(1);
+    EXPECT_EQ(node[0].model_id, 2);
+    EXPECT_EQ(node[0].dimensions[EXTENT_LEFT], -8.0f);
+    choose(2, 0);
+    EXPECT_EQ(node[0].model_id, 1);
+    EXPECT_EQ(node[0].dimensions[EXTENT_LEFT], -9.0f);
+    choose(OBJECT_DEFAULT, 0);
+    EXPECT_EQ(node[0].model_id, 0);
+}
+
 TEST_F(ObjectModels, an_edited_object_opens_with_its_own_model) {
     stage_add_object("a", 0.0f, 0.0f);
-    orvanel_options.remember_last_model = 1;
-    dialog_object_remember_entry(2);
+    choose(2);
     dialog_object_set_node(0);
     EXPECT_EQ(dialog_object_first_entry(), OBJECT_DEFAULT);
     node[0].model_id = 2;
     EXPECT_EQ(dialog_object_first_entry(), 1);
-    text_copy(models[2].file_name, "gone.obj");
-    EXPECT_EQ(dialog_object_first_entry(), OBJECT_DEFAULT);
+    EXPECT_EQ(dialog_object_first_model(), 2);
 }
 
 TEST_F(ObjectModels, a_new_object_opens_with_the_model_used_last_when_the_options_ask_for_it) {
     dialog_object_set_node(-1);
     orvanel_options.remember_last_model = 0;
-    dialog_object_remember_entry(2);
+    choose(2);
     EXPECT_EQ(dialog_object_last_model_used, OBJECT_NONE);
     orvanel_options.remember_last_model = 1;
     EXPECT_EQ(dialog_object_first_entry(), OBJECT_DEFAULT);
-    dialog_object_remember_entry(2);
+    choose(2);
     EXPECT_EQ(dialog_object_first_entry(), 2);
     orvanel_options.remember_last_model = 0;
     EXPECT_EQ(dialog_object_first_entry(), OBJECT_DEFAULT);
 }
 
-TEST_F(ObjectModels, a_new_object_opens_with_the_templates_model_otherwise) {
-    stage_add_object("Template", 0.0f, 0.0f);
-    node[0].model_id = 1;
-    template_object_load();
-    dialog_object_set_node(-1);
+// ---- a template, and models that are not in the catalogue
+
+struct ObjectTemplate : ObjectModels {
+    ObjectTemplate() {
+        stage_add_object("Template", 0.0f, 0.0f);
+        node[0].model_id = 1;
+        template_object_load();
+        dialog_object_set_node(-1);
+    }
+};
+
+TEST_F(ObjectTemplate, a_new_object_opens_with_its_model_unless_another_was_used_last) {
     EXPECT_EQ(dialog_object_first_entry(), 2);
+    choose(1);
+    EXPECT_EQ(dialog_object_first_entry(), 1);
 }
 
-TEST_F(ObjectModels, an_entry_is_found_in_the_table_of_models_by_its_file) {
-    EXPECT_EQ(dialog_object_entry_model(0), 0);
-    EXPECT_EQ(dialog_object_entry_model(1), 2);
-    EXPECT_EQ(dialog_object_entry_model(2), 1);
-    EXPECT_EQ(dialog_object_entry_model(-1), 0);
-    EXPECT_EQ(dialog_object_entry_model(3), 0);
+TEST_F(ObjectTemplate, a_new_object_takes_its_model_also_when_that_is_not_in_the_catalogue) {
+    text_copy(models[1].file_name, "elsewhere.obj");
+    EXPECT_EQ(dialog_object_first_entry(), OBJECT_NONE);
+    EXPECT_EQ(dialog_object_first_model(), 1);
+    choose(OBJECT_NONE);
+    EXPECT_EQ(node[1].model_id, 1);
+    EXPECT_EQ(node[1].dimensions[EXTENT_LEFT], -9.0f);
+}
+
+TEST_F(ObjectModels, a_model_that_is_not_in_the_catalogue_stays_until_another_is_chosen) {
+    stage_add_object("a", 0.0f, 0.0f);
+    node[0].model_id = 2;
+    text_copy(models[2].file_name, "elsewhere.obj");
+    dialog_object_set_node(0);
+    EXPECT_EQ(dialog_object_first_entry(), OBJECT_NONE);
+    EXPECT_EQ(dialog_object_first_model(), 2);
+    choose(OBJECT_NONE, 0);
+    EXPECT_EQ(node[0].model_id, 2);
+    EXPECT_EQ(node[0].dimensions[EXTENT_LEFT], -8.0f);
+    choose(OBJECT_DEFAULT, 0);
+    EXPECT_EQ(node[0].model_id, 0);
+}
+
+TEST_F(ObjectModels, a_model_that_merely_stayed_is_not_the_one_used_last) {
+    choose(2);
+    choose(OBJECT_NONE);
+    EXPECT_EQ(dialog_object_last_model_used, 2);
+}
+
+TEST_F(ObjectModels, an_entry_that_the_catalogue_does_not_hold_leaves_the_model) {
+    choose(1);
+    for (const std::int32_t entry : {OBJECT_NONE, object_files_total, 100000}) {
+        choose(entry, 0);
+        EXPECT_EQ(node[0].model_id, 2);
+        EXPECT_EQ(dialog_object_last_model_used, 1);
+    }
 }

@@ -378,16 +378,16 @@ TEST_F(PageDialog, the_model_chosen_is_loaded_and_gives_the_node_its_size) {
 }
 
 TEST_F(PageDialog, a_new_page_opens_with_the_model_for_pages) {
-    EXPECT_STREQ(object_files[dialog_page_first_model()].file, "page_orvanel.obj");
+    EXPECT_STREQ(object_files[dialog_page_first_entry()].file, "page_orvanel.obj");
 }
 
 TEST_F(PageDialog, a_new_page_opens_with_the_model_used_last_if_the_options_ask_for_it) {
     fields.model_entry = entry_of("box.obj");
     ASSERT_EQ(create("first"), PageRefusal::None);
     open_new();
-    EXPECT_EQ(dialog_page_first_model(), entry_of("box.obj"));
+    EXPECT_EQ(dialog_page_first_entry(), entry_of("box.obj"));
     orvanel_options.remember_last_model = 0;
-    EXPECT_EQ(dialog_page_first_model(), entry_of("page_orvanel.obj"));
+    EXPECT_EQ(dialog_page_first_entry(), entry_of("page_orvanel.obj"));
 }
 
 TEST_F(PageDialog, the_model_is_only_remembered_when_the_options_ask_for_it) {
@@ -403,9 +403,9 @@ TEST_F(PageDialog, an_existing_page_object_opens_with_its_own_model_whatever_was
     fields.model_entry = OBJECT_DEFAULT;
     ASSERT_EQ(create("plain"), PageRefusal::None);
     open_existing(0);
-    EXPECT_EQ(dialog_page_first_model(), entry_of("box.obj"));
+    EXPECT_EQ(dialog_page_first_entry(), entry_of("box.obj"));
     open_existing(1);
-    EXPECT_EQ(dialog_page_first_model(), OBJECT_DEFAULT);
+    EXPECT_EQ(dialog_page_first_entry(), OBJECT_DEFAULT);
 }
 
 TEST_F(PageDialog, an_existing_page_object_takes_another_model_and_the_built_in_one) {
@@ -427,13 +427,20 @@ TEST_F(PageDialog, a_model_that_is_not_in_the_catalogue_stays_until_another_is_c
     node[0].model_id = model_return_model_id("later.obj");
     ASSERT_NE(node[0].model_id, 0);
     open_existing(0);
-    EXPECT_EQ(dialog_page_first_model(), OBJECT_NONE);
-    fields.model_entry = OBJECT_DEFAULT; // shown for it
+    EXPECT_EQ(dialog_page_first_entry(), OBJECT_NONE);
+    EXPECT_EQ(dialog_page_first_model(), node[0].model_id);
+    fields.model_entry = OBJECT_NONE;
     ASSERT_EQ(dialog_page_apply(fields), PageRefusal::None);
     EXPECT_STREQ(models[node[0].model_id].file_name, "later.obj");
-    fields.model_entry = entry_of("box.obj");
+    fields.model_entry = OBJECT_DEFAULT;
     ASSERT_EQ(dialog_page_apply(fields), PageRefusal::None);
-    EXPECT_STREQ(models[node[0].model_id].file_name, "box.obj");
+    EXPECT_EQ(node[0].model_id, 0);
+}
+
+TEST_F(PageDialog, a_new_page_opens_with_the_built_in_model_when_the_one_for_pages_is_gone) {
+    object_files_total = 1;
+    EXPECT_EQ(dialog_page_first_entry(), OBJECT_DEFAULT);
+    EXPECT_EQ(dialog_page_first_model(), 0);
 }
 
 TEST_F(PageDialog, an_entry_that_the_catalogue_does_not_hold_leaves_the_model) {

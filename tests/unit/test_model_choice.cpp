@@ -36,7 +36,8 @@ struct ModelChoiceTest : testing::Test {
         return list;
     }
     std::string chosen() const {
-        return object_files[model_choice_entry(&choice)].name;
+        const std::int32_t entry = model_choice_entry(&choice);
+        return entry == OBJECT_NONE ? "none" : object_files[entry].name;
     }
     void fill() {
         add("switch", "Network");
@@ -86,12 +87,27 @@ TEST_F(ModelChoiceTest, the_entry_asked_for_is_chosen_under_all) {
     EXPECT_STREQ(model_choice_model_name(&choice, choice.model_chosen), "Printer");
 }
 
-TEST_F(ModelChoiceTest, an_entry_that_does_not_exist_stands_for_the_built_in_model) {
+TEST_F(ModelChoiceTest, without_an_entry_that_exists_none_is_chosen) {
     fill();
     for (const std::int32_t entry : {OBJECT_NONE, -5, object_files_total, 30000}) {
         model_choice_init(&choice, entry);
-        EXPECT_EQ(chosen(), "Default") << entry;
+        EXPECT_EQ(choice.model_chosen, MODEL_NOT_LISTED) << entry;
+        EXPECT_EQ(model_choice_entry(&choice), OBJECT_NONE) << entry;
     }
+}
+
+TEST_F(ModelChoiceTest, when_none_is_chosen_every_way_leads_into_the_list) {
+    fill();
+    const auto after = [this](auto act) {
+        model_choice_init(&choice, OBJECT_NONE);
+        act();
+        return chosen();
+    };
+    EXPECT_EQ(after([this] { model_choice_next(&choice); }), "Default");
+    EXPECT_EQ(after([this] { model_choice_previous(&choice); }), "switch");
+    EXPECT_EQ(after([this] { model_choice_set_model(&choice, 2); }), "Laptop");
+    EXPECT_EQ(after([this] { model_choice_set_category(&choice, 3); }), "switch");
+    EXPECT_EQ(after([this] { model_choice_set_category(&choice, 0); }), "none"); // as it was
 }
 
 TEST_F(ModelChoiceTest, a_category_lists_its_own_models_only) {

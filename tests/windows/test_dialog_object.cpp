@@ -5,6 +5,7 @@
 #include "dialogs/model_viewer.h"
 #include "dialogs/rules/action_tree.h"
 #include "dialogs/rules/dialog_object_rules.h"
+#include "dialogs/rules/model_viewer_picture.h"
 #include "page/node.h"
 #include "page/options.h"
 #include "platform/text.h"
@@ -169,6 +170,23 @@ TEST_F(ObjectDialog, the_model_chosen_becomes_the_objects) {
     EXPECT_STREQ(models[node[0].model_id].file_name, "printer.obj");
     EXPECT_EQ(node[0].dimensions[EXTENT_LEFT], models[node[0].model_id].min_x);
     EXPECT_NE(node[0].dimensions[EXTENT_LEFT], models[0].min_x);
+}
+
+TEST_F(ObjectDialog, a_model_that_is_not_in_the_catalogue_stays_until_another_is_chosen) {
+    const std::int32_t id = add_object("server", "a");
+    node[id].model_id = model_return_model_id("laptop.obj");
+    ASSERT_NE(node[id].model_id, 0);
+    dialog_object_set_node(id);
+    const Step look = [](HWND) {
+        EXPECT_EQ(shown_text(details(), RESOURCE_MODEL_NAME), "");
+        EXPECT_STREQ(models[model_viewer_model_id].file_name, "laptop.obj");
+    };
+    const Step ok = [](HWND dialog) { click(dialog, IDOK); };
+    EXPECT_EQ(play("Object Properties", {look, ok}), DIALOG_OK);
+    EXPECT_STREQ(models[node[id].model_id].file_name, "laptop.obj");
+    const Step next = [](HWND) { click(details(), RESOURCE_MODEL_NEXT); };
+    EXPECT_EQ(play("Object Properties", {look, next, ok}), DIALOG_OK);
+    EXPECT_EQ(node[id].model_id, 0);
 }
 
 TEST_F(ObjectDialog, the_model_used_last_is_offered_again_when_the_options_ask_for_it) {

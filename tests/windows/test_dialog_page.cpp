@@ -2,6 +2,7 @@
 #include "dialogs/dialogs.h"
 #include "dialogs/model_viewer.h"
 #include "dialogs/rules/dialog_page_rules.h"
+#include "dialogs/rules/model_viewer_picture.h"
 #include "editing/undo.h"
 #include "page/node.h"
 #include "page/options.h"
@@ -229,6 +230,22 @@ TEST_F(DialogPage, the_model_chosen_for_a_page_is_chosen_for_the_next_one) {
     play_new({[&](HWND dialog) { EXPECT_EQ(shown_text(dialog, RESOURCE_MODEL_NAME), chosen); }});
     orvanel_options.remember_last_model = 0;
     play_new({[&](HWND dialog) { EXPECT_NE(shown_text(dialog, RESOURCE_MODEL_NAME), chosen); }});
+}
+
+TEST_F(DialogPage, a_model_that_is_not_in_the_catalogue_stays_until_another_is_chosen) {
+    node[0].model_id = model_return_model_id("laptop.obj");
+    object_files_load();
+    const std::int32_t entry = object_files_get_id_from_file("laptop.obj");
+    ASSERT_NE(entry, OBJECT_NONE);
+    text_copy(object_files[entry].file, "other.obj");
+    const auto look = [](HWND dialog) {
+        EXPECT_EQ(shown_text(dialog, RESOURCE_MODEL_NAME), "");
+        EXPECT_STREQ(models[model_viewer_model_id].file_name, "laptop.obj");
+    };
+    EXPECT_EQ(DIALOG_OK, play_existing({look, click_on(IDOK)}));
+    EXPECT_EQ(model_of(0), "laptop.obj");
+    EXPECT_EQ(DIALOG_OK, play_existing({look, click_on(RESOURCE_MODEL_NEXT), click_on(IDOK)}));
+    EXPECT_EQ(model_of(0), "");
 }
 
 TEST_F(DialogPage, the_enter_key_is_ok) {

@@ -14,9 +14,11 @@
 
 static constexpr int TEMPLATE = 5000; // tests/support/test_resources.rc
 
+static std::int32_t model_before; // of what the dialog edits
+
 static INT_PTR CALLBACK dialog_procedure(HWND dialog, UINT message, WPARAM wparam, LPARAM lparam) {
     if (message == WM_INITDIALOG)
-        model_chooser_init(dialog, static_cast<std::int32_t>(lparam));
+        model_chooser_init(dialog, static_cast<std::int32_t>(lparam), model_before);
     else if (message == WM_COMMAND)
         return model_chooser_command(dialog, wparam) ? TRUE : FALSE;
     return message == WM_INITDIALOG ? TRUE : FALSE;
@@ -96,8 +98,17 @@ TEST_F(ModelChooser, the_model_asked_for_is_chosen_and_previewed) {
     expect_chosen("Printer", "printer.obj");
 }
 
-TEST_F(ModelChooser, a_model_that_is_not_listed_stands_for_the_built_in_one) {
-    open("missing.obj");
+TEST_F(ModelChooser, a_model_that_is_not_listed_is_previewed_without_a_name_until_one_is_chosen) {
+    model_chooser_wait_for_catalogue();
+    write("late.obj", "Late", "Devices");
+    model_before = model_return_model_id("late.obj");
+    ASSERT_NE(model_before, 0);
+    open("late.obj");
+    EXPECT_EQ(list(RESOURCE_MODEL_NAME), "Default|Laptop|Printer|Tree|");
+    EXPECT_EQ(shown(RESOURCE_MODEL_NAME), "");
+    EXPECT_EQ(model_chooser_entry(), OBJECT_NONE);
+    EXPECT_EQ(model_viewer_model_id, model_before);
+    click(RESOURCE_MODEL_NEXT);
     expect_chosen("Default", "");
 }
 
