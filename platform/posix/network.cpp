@@ -1,6 +1,7 @@
 #include "platform/network.h"
 
 #include "platform/posix/recorder.h"
+#include "platform/socket_calls.h"
 
 #include <arpa/inet.h>
 #include <cerrno>
@@ -8,7 +9,6 @@
 #include <fcntl.h>
 #include <netdb.h>
 #include <poll.h>
-#include <sys/socket.h>
 #include <unistd.h>
 #include <vector>
 
@@ -63,44 +63,32 @@ bool network_find_address(const char *dotted, std::uint32_t *address) {
     });
 }
 
-static int number_of(NetworkSocket socket) {
-    return static_cast<int>(socket);
-}
-
 NetworkSocket network_open() {
     return socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
 }
 
 void network_close(NetworkSocket socket) {
-    close(number_of(socket));
+    close(socket_number(socket));
 }
 
 static bool set_waiting(NetworkSocket socket, bool waits) {
-    const int flags = fcntl(number_of(socket), F_GETFL);
-    return fcntl(number_of(socket), F_SETFL, waits ? flags & ~O_NONBLOCK : flags | O_NONBLOCK) == 0;
+    const int flags = fcntl(socket_number(socket), F_GETFL);
+    return fcntl(socket_number(socket), F_SETFL,
+                 waits ? flags & ~O_NONBLOCK : flags | O_NONBLOCK) == 0;
 }
 
 bool network_connect(NetworkSocket socket, std::uint32_t address, std::uint16_t port) {
-    sockaddr_in target{};
-    target.sin_family = AF_INET;
-    target.sin_port = htons(port);
-    target.sin_addr.s_addr = address;
     return set_waiting(socket, false) &&
-           (connect(number_of(socket), reinterpret_cast<const sockaddr *>(&target),
-                    sizeof target) == 0 ||
-            errno == EINPROGRESS);
+           (socket_connect(socket, address, port) || errno == EINPROGRESS);
 }
 
 bool network_connected(NetworkSocket socket) {
-    int error = 0;
-    socklen_t size = sizeof error;
-    return getsockopt(number_of(socket), SOL_SOCKET, SO_ERROR, &error, &size) == 0 && error == 0 &&
-           set_waiting(socket, true);
+    return socket_is_sound(socket) && set_waiting(socket, true);
 }
 
 bool network_wait(NetworkSocket socket, NetworkWait what, std::uint32_t milliseconds) {
     const short events = what == NetworkWait::ToConnect ? POLLOUT : POLLIN;
-    pollfd wait{.fd = number_of(socket), .events = events, .revents = 0};
+    pollfd wait{.fd = socket_number(socket), .events = events, .revents = 0};
     return poll(&wait, 1, static_cast<int>(milliseconds)) > 0;
 }
 
@@ -108,7 +96,7 @@ void network_set_timeouts(NetworkSocket socket, std::uint32_t milliseconds) {
     const timeval time{.tv_sec = milliseconds / 1000,
                        .tv_usec = static_cast<suseconds_t>(milliseconds % 1000) * 1000};
     for (const int direction : {SO_RCVTIMEO, SO_SNDTIMEO})
-        setsockopt(number_of(socket), SOL_SOCKET, direction, &time, sizeof time);
+        socket_set(socket, SOL_SOCKET, direction, time);
 }
 
 static int bytes_or_code(ssize_t bytes) {
@@ -118,11 +106,11 @@ static int bytes_or_code(ssize_t bytes) {
 }
 
 int network_receive(NetworkSocket socket, char *bytes, std::size_t size) {
-    return bytes_or_code(recv(number_of(socket), bytes, size, 0));
+    return bytes_or_code(recv(socket_number(socket), bytes, size, 0));
 }
 
 int network_send(NetworkSocket socket, const char *bytes, std::size_t size) {
-    return bytes_or_code(send(number_of(socket), bytes, size, MSG_NOSIGNAL));
+    return bytes_or_code(send(socket_number(socket), bytes, size, MSG_NOSIGNAL));
 }
 
 int network_proxy_setting(ProxySetting *setting) {

@@ -1,9 +1,9 @@
 #include "platform/network.h"
 
+#include "platform/socket_calls.h"
+
 #include <memory>
 #include <new>
-#include <winsock2.h>
-
 #include <windows.h>
 #include <wininet.h>
 
@@ -44,40 +44,27 @@ bool network_find_address(const char *dotted, std::uint32_t *address) {
         gethostbyaddr(reinterpret_cast<const char *>(&number), sizeof number, AF_INET), address);
 }
 
-static SOCKET number_of(NetworkSocket socket) {
-    return static_cast<SOCKET>(socket);
-}
-
 NetworkSocket network_open() {
     const SOCKET made = socket(AF_INET, SOCK_STREAM, 0);
     return made == INVALID_SOCKET ? NETWORK_NO_SOCKET : static_cast<NetworkSocket>(made);
 }
 
 void network_close(NetworkSocket socket) {
-    closesocket(number_of(socket));
+    closesocket(socket_number(socket));
 }
 
 static bool set_waiting(NetworkSocket socket, bool waits) {
     u_long at_once = waits ? 0 : 1;
-    return ioctlsocket(number_of(socket), FIONBIO, &at_once) == 0;
+    return ioctlsocket(socket_number(socket), FIONBIO, &at_once) == 0;
 }
 
 bool network_connect(NetworkSocket socket, std::uint32_t address, std::uint16_t port) {
-    sockaddr_in target{};
-    target.sin_family = AF_INET;
-    target.sin_port = htons(port);
-    target.sin_addr.s_addr = address;
     return set_waiting(socket, false) &&
-           (connect(number_of(socket), reinterpret_cast<const sockaddr *>(&target),
-                    sizeof target) == 0 ||
-            WSAGetLastError() == WSAEWOULDBLOCK);
+           (socket_connect(socket, address, port) || WSAGetLastError() == WSAEWOULDBLOCK);
 }
 
 bool network_connected(NetworkSocket socket) {
-    int error = 0, size = sizeof error;
-    return getsockopt(number_of(socket), SOL_SOCKET, SO_ERROR, reinterpret_cast<char *>(&error),
-                      &size) == 0 &&
-           error == 0 && set_waiting(socket, true);
+    return socket_is_sound(socket) && set_waiting(socket, true);
 }
 
 // A connection that fails is reported among the errors, not among those that can be written. Of an
@@ -85,7 +72,7 @@ bool network_connected(NetworkSocket socket) {
 bool network_wait(NetworkSocket socket, NetworkWait what, std::uint32_t milliseconds) {
     fd_set waits, errors;
     waits.fd_count = errors.fd_count = 1;
-    waits.fd_array[0] = errors.fd_array[0] = number_of(socket);
+    waits.fd_array[0] = errors.fd_array[0] = socket_number(socket);
     timeval time{.tv_sec = static_cast<long>(milliseconds / 1000),
                  .tv_usec = static_cast<long>(milliseconds % 1000) * 1000};
     return select(0, what == NetworkWait::ToReceive ? &waits : nullptr,
@@ -96,8 +83,7 @@ bool network_wait(NetworkSocket socket, NetworkWait what, std::uint32_t millisec
 void network_set_timeouts(NetworkSocket socket, std::uint32_t milliseconds) {
     const DWORD time = milliseconds;
     for (const int direction : {SO_RCVTIMEO, SO_SNDTIMEO})
-        setsockopt(number_of(socket), SOL_SOCKET, direction, reinterpret_cast<const char *>(&time),
-                   sizeof time);
+        socket_set(socket, SOL_SOCKET, direction, time);
 }
 
 static int bytes_or_code(int bytes) {
@@ -107,11 +93,11 @@ static int bytes_or_code(int bytes) {
 }
 
 int network_receive(NetworkSocket socket, char *bytes, std::size_t size) {
-    return bytes_or_code(recv(number_of(socket), bytes, static_cast<int>(size), 0));
+    return bytes_or_code(recv(socket_number(socket), bytes, static_cast<int>(size), 0));
 }
 
 int network_send(NetworkSocket socket, const char *bytes, std::size_t size) {
-    return bytes_or_code(send(number_of(socket), bytes, static_cast<int>(size), 0));
+    return bytes_or_code(send(socket_number(socket), bytes, static_cast<int>(size), 0));
 }
 
 int network_proxy_setting(ProxySetting *setting) {

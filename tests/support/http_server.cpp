@@ -1,5 +1,6 @@
 #include "tests/support/http_server.h"
 
+#include "platform/socket_calls.h"
 #include "platform/thread.h"
 
 #include <algorithm>
@@ -7,26 +8,13 @@
 #include <cstdlib>
 #include <utility>
 
-#ifdef _WIN32
-#include <winsock2.h>
-using SocketNumber = SOCKET;
-using SocketLength = int;
-#else
-#include <arpa/inet.h>
-#include <netinet/in.h>
+#ifndef _WIN32
 #include <netinet/tcp.h>
-#include <sys/socket.h>
-using SocketNumber = int;
-using SocketLength = socklen_t;
 #endif
 
 static constexpr std::uint32_t PATIENCE = 20000; // milliseconds; longer than any test runs
 static constexpr std::size_t BLOCK = 64 * 1024;  // bytes
 static constexpr int BACKLOG = 8;
-
-static SocketNumber number_of(NetworkSocket socket) {
-    return static_cast<SocketNumber>(socket);
-}
 
 HttpStep http_send(const std::string &bytes) {
     return {.kind = HttpStep::Kind::Send, .bytes = bytes};
@@ -71,18 +59,14 @@ static void require(bool condition, const char *what) {
     std::abort();
 }
 
-static sockaddr_in loopback(std::int32_t port) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    return address;
+static std::uint32_t loopback() {
+    return htonl(INADDR_LOOPBACK);
 }
 
 static std::int32_t port_of(NetworkSocket socket) {
     sockaddr_in address{};
     SocketLength size = sizeof address;
-    require(getsockname(number_of(socket), reinterpret_cast<sockaddr *>(&address), &size) == 0,
+    require(getsockname(socket_number(socket), reinterpret_cast<sockaddr *>(&address), &size) == 0,
             "no port");
     return ntohs(address.sin_port);
 }
@@ -90,19 +74,17 @@ static std::int32_t port_of(NetworkSocket socket) {
 static NetworkSocket listen_on_loopback() {
     const NetworkSocket listener = network_open();
     require(listener != NETWORK_NO_SOCKET, "no socket");
-    const sockaddr_in address = loopback(0);
-    require(bind(number_of(listener), reinterpret_cast<const sockaddr *>(&address),
+    const sockaddr_in address = socket_address(loopback(), 0);
+    require(bind(socket_number(listener), reinterpret_cast<const sockaddr *>(&address),
                  sizeof address) == 0,
             "no address");
-    require(listen(number_of(listener), BACKLOG) == 0, "not listening");
+    require(listen(socket_number(listener), BACKLOG) == 0, "not listening");
     return listener;
 }
 
 static NetworkSocket connect_to_loopback(std::int32_t port) {
     const NetworkSocket socket = network_open();
-    const sockaddr_in address = loopback(port);
-    if (connect(number_of(socket), reinterpret_cast<const sockaddr *>(&address), sizeof address) ==
-        0)
+    if (socket_connect(socket, loopback(), static_cast<std::uint16_t>(port)))
         return socket;
     network_close(socket);
     return NETWORK_NO_SOCKET;
@@ -114,7 +96,7 @@ static std::atomic<LoopbackServer *> starting;
 static void accept_connections() {
     LoopbackServer *server = starting.exchange(nullptr);
     for (;;) {
-        const SocketNumber accepted = accept(number_of(server->listener), nullptr, nullptr);
+        const SocketNumber accepted = accept(socket_number(server->listener), nullptr, nullptr);
         const NetworkSocket client = static_cast<NetworkSocket>(accepted);
         if (server->stopping) {
             network_close(client);
@@ -182,8 +164,7 @@ static bool send_all(NetworkSocket client, const char *bytes, std::size_t size) 
 
 static void send_bytewise(NetworkSocket client, const std::string &bytes) {
     const int at_once = 1;
-    setsockopt(number_of(client), IPPROTO_TCP, TCP_NODELAY,
-               reinterpret_cast<const char *>(&at_once), sizeof at_once);
+    socket_set(client, IPPROTO_TCP, TCP_NODELAY, at_once);
     for (const char &byte : bytes) {
         if (!send_all(client, &byte, 1))
             return;
@@ -213,8 +194,7 @@ static void wait_for_close(NetworkSocket client) {
 // The close that follows throws everything away that is on its way.
 static void prepare_reset(NetworkSocket client) {
     const linger at_once{.l_onoff = 1, .l_linger = 0};
-    setsockopt(number_of(client), SOL_SOCKET, SO_LINGER, reinterpret_cast<const char *>(&at_once),
-               sizeof at_once);
+    socket_set(client, SOL_SOCKET, SO_LINGER, at_once);
 }
 
 static void play(NetworkSocket client, const HttpStep &step) {
