@@ -24,6 +24,10 @@ HttpStep http_send_bytewise(const std::string &bytes) {
     return {.kind = HttpStep::Kind::SendBytewise, .bytes = bytes};
 }
 
+HttpStep http_send_urgent(char byte) {
+    return {.kind = HttpStep::Kind::SendUrgent, .bytes = {byte}};
+}
+
 HttpStep http_repeat(const std::string &bytes, std::int64_t times) {
     return {.kind = HttpStep::Kind::Repeat, .bytes = bytes, .times = times};
 }
@@ -204,6 +208,9 @@ static void play(NetworkSocket client, const HttpStep &step) {
         break;
     case HttpStep::Kind::SendBytewise:
         send_bytewise(client, step.bytes);
+        break;
+    case HttpStep::Kind::SendUrgent:
+        send(socket_number(client), step.bytes.data(), 1, MSG_OOB);
         break;
     case HttpStep::Kind::Repeat:
         send_repeatedly(client, step.bytes, step.times);

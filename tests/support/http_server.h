@@ -16,7 +16,7 @@ struct Thread;
 
 // What a server does after it has read a request, step by step; after the last it closes.
 struct HttpStep {
-    enum class Kind { Send, SendBytewise, Repeat, Call, WaitForClose, Reset } kind;
+    enum class Kind { Send, SendBytewise, SendUrgent, Repeat, Call, WaitForClose, Reset } kind;
     std::string bytes = "";
     std::int64_t times = 0;
     std::function<void()> call = nullptr;
@@ -25,6 +25,7 @@ using HttpScript = std::vector<HttpStep>;
 
 HttpStep http_send(const std::string &bytes);
 HttpStep http_send_bytewise(const std::string &bytes); // one send a byte
+HttpStep http_send_urgent(char byte); // outside the stream, with an urgent pointer; at most once
 // Again and again; until the client closes at the latest.
 HttpStep http_repeat(const std::string &bytes, std::int64_t times);
 HttpStep http_call(std::function<void()> call); // on the server's thread

@@ -82,6 +82,14 @@ TEST_F(HttpClientAbort, a_wait_for_the_body_ends_the_chunk) {
     EXPECT_LE(get_all(), 3);
 }
 
+// It may be reported as something to receive, which would then keep the thread until the time-out.
+TEST_F(HttpClientAbort, a_wait_for_the_body_ends_the_chunk_although_urgent_data_have_come) {
+    HttpServer server({http_send(http_head(100)), http_send_urgent('!'), wait_until_opened(),
+                       abort_now(), http_wait_for_close()});
+    ASSERT_EQ(HTTP_OK, open(server.url()));
+    EXPECT_EQ(0, get_all());
+}
+
 TEST_F(HttpClientAbort, a_body_without_end_ends) {
     HttpServer server({http_send(http_head()), wait_until_opened(), http_repeat("x", 20'000'000),
                        abort_now(), http_repeat("x", std::int64_t{1} << 50)});

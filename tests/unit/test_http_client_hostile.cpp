@@ -217,6 +217,36 @@ static const Hostile BODIES[] = {
      std::string(DISK_BYTES, 'x')},
 };
 
+// Nothing asks for urgent data: the byte is lost, and everything around it is read as without it.
+static Hostile urgent_between(const char *name, const std::string &before,
+                              const std::string &after) {
+    return {name,   {http_send(before), http_send_urgent('!'), http_send(after)}, 0, "12345", 0,
+            "12345"};
+}
+
+static const Hostile URGENT[] = {
+    urgent_between("an_urgent_byte_before_the_status_line", "", http_head(5) + "12345"),
+    urgent_between("an_urgent_byte_in_the_status_line", "HTTP/1.1 2", "00 OK\r\n\r\n12345"),
+    urgent_between("an_urgent_byte_between_CR_and_LF", OK + "\r", "\n12345"),
+    urgent_between("an_urgent_byte_before_the_body", http_head(5), "12345"),
+    urgent_between("an_urgent_byte_in_the_body", http_head(5) + "12", "345"),
+    urgent_between("an_urgent_byte_in_a_body_without_length", http_head() + "12", "345"),
+    urgent_between("an_urgent_byte_after_the_body", http_head(5) + "12345", ""),
+    {"an_urgent_byte_in_a_length",
+     {http_send(OK + "Content-Length: "), http_send_urgent('!'), http_send("3\r\n\r\n12345")},
+     0,
+     "123",
+     0,
+     "12345"},
+    {"an_urgent_byte_does_not_make_up_for_a_missing_one",
+     {http_send(http_head(5) + "1234"), http_send_urgent('5')},
+     9,
+     "",
+     9,
+     "1234"},
+    {"an_urgent_byte_is_no_status_line", {http_send_urgent('H')}, 5, "", 5, ""},
+};
+
 static const Hostile WITHOUT_END[] = {
     endless("a_status_line_without_end", "", "x", 6),
     endless("NULs_without_end", "", "\0"s, 6),
@@ -318,6 +348,7 @@ HOSTILE_SERVERS(STATUS);
 HOSTILE_SERVERS(LINES);
 HOSTILE_SERVERS(LENGTHS);
 HOSTILE_SERVERS(BODIES);
+HOSTILE_SERVERS(URGENT);
 HOSTILE_SERVERS(WITHOUT_END);
 HOSTILE_SERVERS(SILENT);
 

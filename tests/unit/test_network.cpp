@@ -1,7 +1,9 @@
 #include "platform/network.h"
 
+#include "platform/thread.h"
 #include "tests/support/http_server.h"
 
+#include <atomic>
 #include <chrono>
 #include <cstring>
 #include <gtest/gtest.h>
@@ -61,6 +63,17 @@ TEST_F(Network, what_is_no_address_is_not_found) {
     EXPECT_EQ(1u, address);
 }
 
+static NetworkSocket connected_to(const HttpServer &server) {
+    std::uint32_t address = 0;
+    EXPECT_TRUE(network_find_host("localhost", &address));
+    const NetworkSocket socket = network_open();
+    EXPECT_NE(NETWORK_NO_SOCKET, socket);
+    EXPECT_TRUE(network_connect(socket, address, static_cast<std::uint16_t>(server.port)));
+    EXPECT_TRUE(network_wait(socket, NetworkWait::ToConnect, 10'000));
+    EXPECT_TRUE(network_connected(socket));
+    return socket;
+}
+
 // Connected to a server that sends this.
 struct Connected : Network {
     HttpServer server{{http_send("abc"), http_wait_for_close()}};
@@ -69,13 +82,7 @@ struct Connected : Network {
     void SetUp() override {
         Network::SetUp();
         server.reads_requests = false;
-        std::uint32_t address = 0;
-        ASSERT_TRUE(network_find_host("localhost", &address));
-        socket = network_open();
-        ASSERT_NE(NETWORK_NO_SOCKET, socket);
-        ASSERT_TRUE(network_connect(socket, address, static_cast<std::uint16_t>(server.port)));
-        ASSERT_TRUE(network_wait(socket, NetworkWait::ToConnect, 10'000));
-        ASSERT_TRUE(network_connected(socket));
+        socket = connected_to(server);
     }
     void TearDown() override {
         network_close(socket);
@@ -100,6 +107,24 @@ TEST_F(Connected, a_receive_that_times_out_says_so) {
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(NETWORK_TIMED_OUT, network_receive(socket, bytes, sizeof bytes));
     EXPECT_GT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(50));
+}
+
+TEST_F(Network, urgent_data_are_neither_waited_for_nor_received) {
+    std::atomic<bool> looked = false;
+    HttpServer server({http_send_urgent('!'), http_call([&] {
+                           while (!looked)
+                               thread_sleep(1);
+                       }),
+                       http_send("abc"), http_wait_for_close()});
+    server.reads_requests = false;
+    const NetworkSocket socket = connected_to(server);
+    EXPECT_FALSE(network_wait(socket, NetworkWait::ToReceive, 200));
+    looked = true;
+    EXPECT_TRUE(network_wait(socket, NetworkWait::ToReceive, 10'000));
+    char bytes[4] = {};
+    EXPECT_EQ(3, network_receive(socket, bytes, sizeof bytes));
+    EXPECT_STREQ("abc", bytes);
+    network_close(socket);
 }
 
 #ifndef _WIN32
