@@ -25,7 +25,8 @@ void model_viewer_canvas_choose(ViewerCanvas canvas) {
 
 HWND model_viewer_canvas_make(HWND control) {
     RECT client;
-    GetClientRect(control, &client);
+    if (!GetClientRect(control, &client))
+        return nullptr;
     control_window = control;
     canvas_window =
         chosen == ViewerCanvas::InControl

@@ -69,22 +69,23 @@ static void release_context() {
     canvas = nullptr;
 }
 
-static void report(const char *text) {
-    message_box(text, MESSAGE_CAPTION, MessageIcon::Error);
+static const char *make_picture() {
+    const ContextTurn turn;
+    if (!turn.taken)
+        return "wglMakeCurrent failed.\n";
+    model_viewer_picture_init(dialog_background());
+    return nullptr;
 }
 
+// A control whose context cannot be had stays empty.
 void model_viewer_enable_gl(HWND window) {
     const char *failure = make_context(window);
-    if (failure != nullptr) {
-        release_context();
-        report(failure);
+    if (failure == nullptr)
+        failure = make_picture();
+    if (failure == nullptr)
         return;
-    }
-    const ContextTurn turn;
-    if (turn.taken)
-        model_viewer_picture_init(dialog_background());
-    else
-        report("wglMakeCurrent failed.\n");
+    release_context();
+    message_box(failure, MESSAGE_CAPTION, MessageIcon::Error);
 }
 
 void model_viewer_disable_gl() {

@@ -13,54 +13,22 @@
 #include "scene/gl_util.h"
 #include "scene/scene.h"
 #include "tests/windows/memory_use.h"
-#include "tests/windows/real_window.h"
+#include "tests/windows/model_viewer_stage.h"
 
 #include <gtest/gtest.h>
 
 #include <vector>
 
-static constexpr int TEMPLATE = 5000; // tests/support/test_resources.rc
-
-static INT_PTR CALLBACK dialog_procedure(HWND, UINT message, WPARAM, LPARAM) {
-    return message == WM_INITDIALOG ? TRUE : FALSE;
-}
-
-static HWND open_dialog() {
-    return CreateDialogParamA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(TEMPLATE), hWnd,
-                              dialog_procedure, 0);
-}
-
-struct ModelViewer : testing::Test {
-    RealWindow window;
-    HWND dialog, viewer;
-
+struct ModelViewer : testing::Test, ModelViewerStage {
     ModelViewer() {
-        orvanel_options.good_graphics_card = 1;
-        orvanel_options.object_rotation = 1;
-        orvanel_options.floor_inertia = 1;
-        orvanel_options.reflections = 1;
-        dialog = open_dialog();
-        viewer = GetDlgItem(dialog, RESOURCE_MODEL_VIEWER);
+        open();
         handle_messages();
-    }
-    ~ModelViewer() override {
-        DestroyWindow(dialog);
-        handle_messages();
-    }
-    void send(UINT message, WPARAM wparam = 0, int x = 0, int y = 0) const {
-        SendMessageA(viewer, message, wparam, MAKELPARAM(x, y));
     }
 };
 
-static void expect_main_context() {
-    EXPECT_EQ(wglGetCurrentContext(), hRC);
-    EXPECT_EQ(wglGetCurrentDC(), hDC);
-}
-
 TEST_F(ModelViewer, begins_with_the_built_in_model_turning_slowly) {
-    DestroyWindow(dialog);
-    dialog = open_dialog();
-    viewer = GetDlgItem(dialog, RESOURCE_MODEL_VIEWER);
+    close();
+    open();
     ASSERT_NE(viewer, nullptr);
     EXPECT_EQ(model_viewer_model_id, 0);
     EXPECT_EQ(model_viewer_model_speed, -0.55f);
@@ -71,9 +39,9 @@ TEST_F(ModelViewer, begins_with_the_built_in_model_turning_slowly) {
 
 TEST_F(ModelViewer, the_main_window_has_its_context_back_after_every_message) {
     expect_main_context(); // the control has been made
-    RedrawWindow(viewer, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    paint();
     expect_main_context();
-    SetWindowPos(viewer, nullptr, 0, 0, 150, 90, SWP_NOMOVE | SWP_NOZORDER);
+    size(150, 90);
     expect_main_context();
     DestroyWindow(viewer);
     expect_main_context();
@@ -137,10 +105,10 @@ TEST_F(ModelViewer, the_mouse_takes_hold_turns_and_throws_the_model) {
     EXPECT_EQ(model_viewer_grab_angle, 100.0f);
     EXPECT_EQ(model_viewer_mouse_grab_x, 50.0f);
     send(WM_MOUSEMOVE, MK_LBUTTON, 80, 20);
-    RedrawWindow(viewer, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    paint();
     EXPECT_EQ(model_viewer_model_angle, 130.0f);
     send(WM_MOUSEMOVE, MK_LBUTTON, -6, 20); // outside, to the left
-    RedrawWindow(viewer, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    paint();
     EXPECT_EQ(model_viewer_model_angle, 44.0f);
     send(WM_MOUSEMOVE, MK_LBUTTON, -2, 20);
     send(WM_LBUTTONUP, 0, -2, 20);
@@ -274,7 +242,7 @@ TEST_F(ModelViewer, the_picture_is_seen_on_the_screen) {
     ASSERT_GT(count_green(picture), 0u);
     int looked_at = 0, seen = 0;
     for (int i = 0; i < 100 && (i == 0 || seen < looked_at); i++) {
-        RedrawWindow(viewer, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        paint();
         handle_messages();
         Sleep(10);
         seen = count_seen(viewer, picture, &looked_at);
@@ -286,14 +254,13 @@ TEST_F(ModelViewer, the_picture_is_seen_on_the_screen) {
 TEST_F(ModelViewer, draws_the_same_into_the_control_as_into_a_hidden_window) {
     Picture pictures[2];
     for (const ViewerCanvas canvas : {ViewerCanvas::InControl, ViewerCanvas::Hidden}) {
-        DestroyWindow(dialog);
+        close();
         model_viewer_canvas_choose(canvas);
-        dialog = open_dialog();
-        viewer = GetDlgItem(dialog, RESOURCE_MODEL_VIEWER);
+        open();
         EXPECT_EQ(WindowFromDC(model_viewer_DC) == viewer, canvas == ViewerCanvas::InControl);
         model_viewer_scene_draw();
         expect_main_context();
-        SetWindowPos(viewer, nullptr, 0, 0, 120, 80, SWP_NOMOVE | SWP_NOZORDER);
+        size(120, 80);
         model_viewer_model_angle = 100.0f;
         pictures[canvas == ViewerCanvas::Hidden] = picture_of(viewer);
     }
@@ -306,7 +273,7 @@ TEST_F(ModelViewer, draws_the_same_into_the_control_as_into_a_hidden_window) {
 }
 
 TEST_F(ModelViewer, the_picture_follows_the_size_of_the_control) {
-    SetWindowPos(viewer, nullptr, 0, 0, 120, 80, SWP_NOMOVE | SWP_NOZORDER);
+    size(120, 80);
     const Picture picture = picture_of(viewer);
     EXPECT_EQ(picture.width, 118);
     EXPECT_EQ(picture.height, 78);
@@ -364,9 +331,9 @@ TEST_F(ModelViewer, is_anti_aliased_as_the_main_window_is) {
         GTEST_SKIP() << "this driver has no multisampled formats";
     EXPECT_GE(samples_of_viewer(), 2);
     EXPECT_EQ(GetPixelFormat(model_viewer_DC), arbMultisampleFormat);
-    DestroyWindow(dialog);
+    close();
     orvanel_options.anti_aliasing = 0;
-    dialog = open_dialog();
+    open();
     EXPECT_LE(samples_of_viewer(), 1);
 }
 
