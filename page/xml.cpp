@@ -6,6 +6,7 @@
 #include "platform/files.h"
 
 #include <algorithm>
+#include <bit>
 #include <cfloat>
 #include <cmath>
 #include <cstdlib>
@@ -75,60 +76,76 @@ static char *append_piece(char *out, const char *piece, const char *end) {
     return out;
 }
 
-// A line of a file as every writer makes it: blanks, a tag with what follows it, a line end.
-struct PlainLine {
-    const char *begin, *end; // without blanks in front, and without the line end
-    const char *next;        // the line behind it, or null = another kind of line
-};
-
-static PlainLine plain_line(const char *from, const char *to) {
-    const char *reach = from + std::min(static_cast<std::size_t>(to - from), PIECE_LENGTH);
-    while (from < reach && is_blank(*from))
-        from++;
-    const char *control = xml_find_control(from, reach);
-    if (control == nullptr)
-        return {};
-    if (*control == '\n')
-        return {from, control, control + 1};
-    if (*control == '\r' && reach - control > 1 && control[1] == '\n')
-        return {from, control, control + 2};
-    return {};
+// Appends what stands from bytes to end, piece by piece. Returns the new end.
+static char *append_pieces(char *out, const char *bytes, const char *end) {
+    while (bytes < end) {
+        const std::size_t length = piece_length(bytes, static_cast<std::size_t>(end - bytes));
+        if (length == 0)
+            break;
+        out = append_piece(out, bytes, bytes + length);
+        bytes += length;
+    }
+    return out;
 }
 
-// As append_piece. input_end: end of the bytes that the line is part of.
-static char *append_plain_line(char *out, PlainLine line, const char *input_end) {
-    if (!begins_with_tag(line.begin, line.end))
+// As append_piece, for a line without its line feed, of one piece, that holds no odd character.
+static char *append_plain_line(char *out, const char *line, const char *end,
+                               const char *input_end) {
+    if (line < end && end[-1] == '\r')
+        end--;
+    while (line < end && is_blank(*line))
+        line++;
+    if (!begins_with_tag(line, end))
         return out;
-    while (is_blank(line.end[-1]))
-        line.end--;
-    const std::size_t length = static_cast<std::size_t>(line.end - line.begin);
-    xml_move_short(out, line.begin, length, input_end);
+    while (is_blank(end[-1]))
+        end--;
+    const std::size_t length = static_cast<std::size_t>(end - line);
+    xml_move_short(out, line, length, input_end);
     return out + length;
+}
+
+// True when a block holds a NUL or a carriage return that does not stand in front of a line feed;
+// ends: its line feeds. One more byte follows the block.
+static bool holds_odd_character(const char *block, std::uint64_t ends) {
+    const std::uint64_t next_end = block[XML_BLOCK] == '\n' ? 1 : 0;
+    const std::uint64_t before_ends = ends >> 1 | next_end << (XML_BLOCK - 1);
+    return (xml_find_all(block, '\r') & ~before_ends) != 0 || xml_find_all(block, '\0') != 0;
+}
+
+// Takes all lines that end in whole blocks of the input; *bytes becomes what is left of it. The
+// ends of lines are looked for a block at a time, as looking for one after the other would wait for
+// each.
+static char *squeeze_blocks(const char **bytes, const char *input_end, char *out) {
+    const char *line = *bytes;
+    bool odd_begin = false; // the line holds an odd character in front of the block
+    for (const char *block = line; input_end - block > XML_BLOCK; block += XML_BLOCK) {
+        const std::uint64_t ends = xml_find_all(block, '\n');
+        const bool odd_block = holds_odd_character(block, ends);
+        const bool odd = odd_begin || odd_block;
+        for (std::uint64_t left = ends; left != 0; left &= left - 1) {
+            const char *end = block + std::countr_zero(left);
+            out = odd || end - line >= static_cast<std::ptrdiff_t>(PIECE_LENGTH)
+                      ? append_pieces(out, line, end + 1)
+                      : append_plain_line(out, line, end, input_end);
+            line = end + 1;
+        }
+        odd_begin = odd_block || (odd_begin && ends == 0);
+    }
+    *bytes = line;
+    return out;
 }
 
 // Squeezes a file; out has room for size bytes and may be the file's own bytes, as the result never
 // overtakes what is read. Returns the length of the result.
 static std::size_t squeeze(const char *bytes, std::size_t size, char *out) {
     const char *const input_end = bytes + size;
-    char *end = out;
-    while (bytes < input_end) {
-        const PlainLine line = plain_line(bytes, input_end);
-        if (line.next != nullptr) {
-            end = append_plain_line(end, line, input_end);
-            bytes = line.next;
-            continue;
-        }
-        const std::size_t length = piece_length(bytes, static_cast<std::size_t>(input_end - bytes));
-        if (length == 0)
-            break;
-        end = append_piece(end, bytes, bytes + length);
-        bytes += length;
-    }
+    char *end = squeeze_blocks(&bytes, input_end, out);
+    end = append_pieces(end, bytes, input_end);
     return static_cast<std::size_t>(end - out);
 }
 
 static void start_reading(char *text, std::size_t length) {
-    text[length] = '\0';
+    std::memset(text + length, 0, XML_SPARE);
     xml = text;
     xml_length = static_cast<std::int32_t>(length + 1);
     xml_pointer = 0;
@@ -144,7 +161,7 @@ std::int32_t xml_load_file(const char *path) {
     xml_unload_file();
     file_text = std::move(bytes);
     const std::size_t length = squeeze(file_text.data(), file_text.size(), file_text.data());
-    file_text.resize(length + 1);
+    file_text.resize(length + XML_SPARE);
     start_reading(file_text.data(), length);
     return 0;
 }
@@ -152,7 +169,7 @@ std::int32_t xml_load_file(const char *path) {
 std::int32_t xml_load_memory(std::span<const char> bytes) {
     if (bytes.size() > FILE_LIMIT)
         return 1;
-    std::unique_ptr<char[]> squeezed(new (std::nothrow) char[bytes.size() + 1]);
+    std::unique_ptr<char[]> squeezed(new (std::nothrow) char[bytes.size() + XML_SPARE]);
     if (squeezed == nullptr) {
         console_printf("  Failed to allocate memory for xml file.");
         return 1;

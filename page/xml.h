@@ -3,13 +3,19 @@
 // elements is part of every format.
 #pragma once
 
+#include <algorithm>
+#include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
 
-extern char *xml;                // squeezed text, NUL-terminated; null while nothing is loaded
-extern std::int32_t xml_length;  // bytes in xml, the NUL included
+// NULs that end the squeezed text: as the search compares words, it looks beyond the last one.
+inline constexpr std::size_t XML_SPARE = sizeof(std::uint64_t);
+
+extern char *xml;                // squeezed text, ended by XML_SPARE NULs; null = nothing loaded
+extern std::int32_t xml_length;  // bytes in xml, the first NUL included
 extern std::int32_t xml_pointer; // read position
 
 inline constexpr std::size_t XML_ITEM_SIZE = 1000; // buffer of a value; longer values are cut
@@ -32,14 +38,28 @@ struct XmlTag {
     const char *text;
     std::uint32_t length; // characters
     std::uint32_t hash;
+    std::uint64_t head;      // the first characters, up to eight, as they stand in memory
+    std::uint64_t head_mask; // the bytes of head that are characters
 
     template <std::size_t N>
-    consteval XmlTag(const char (&literal)[N])
-        : text(literal), length(N - 1), hash(hash_of({literal, N - 1})) {}
+    consteval XmlTag(const char (&literal)[N]) : XmlTag(std::string_view(literal, N - 1)) {}
     explicit constexpr XmlTag(std::string_view tag)
-        : text(tag.data()), length(static_cast<std::uint32_t>(tag.size())), hash(hash_of(tag)) {}
+        : text(tag.data()), length(static_cast<std::uint32_t>(tag.size())), hash(hash_of(tag)),
+          head(head_of(tag)), head_mask(head_mask_of(tag.size())) {}
 
 private:
+    using Head = std::array<char, sizeof(std::uint64_t)>;
+
+    static constexpr std::uint64_t head_of(std::string_view tag) {
+        Head head = {};
+        tag.copy(head.data(), head.size());
+        return std::bit_cast<std::uint64_t>(head);
+    }
+    static constexpr std::uint64_t head_mask_of(std::size_t length) {
+        Head mask = {};
+        std::fill_n(mask.begin(), std::min(length, mask.size()), '\xff');
+        return std::bit_cast<std::uint64_t>(mask);
+    }
     static constexpr std::uint32_t hash_of(std::string_view tag) {
         std::uint32_t value = 0;
         for (const char character : tag)
@@ -50,8 +70,9 @@ private:
 
 // The same for tags that are known to the compiler, and without the copy: value looks into xml, is
 // cut like out would be, and holds until the file is unloaded.
-std::int32_t xml_find_element(XmlTag open_tag, XmlTag limit_tag);
-std::int32_t xml_find_value(XmlTag open_tag, XmlTag limit_tag, std::string_view *value);
+std::int32_t xml_find_element(const XmlTag &open_tag, const XmlTag &limit_tag);
+std::int32_t xml_find_value(const XmlTag &open_tag, const XmlTag &limit_tag,
+                            std::string_view *value);
 
 // Numbers at the start of a value, 0 where there is none. What the type cannot hold becomes its
 // nearest limit, not-a-number becomes 0: nothing else in the program has to expect them.

@@ -29,25 +29,24 @@ inline const char *xml_find_character(const char *from, const char *to, char cha
                      : nullptr;
 }
 
-// The first character in from .. to - 1 that may end a line or is left out of one, '\0' to '\r', or
-// null.
-inline const char *xml_find_control(const char *from, const char *to) {
-    constexpr char last = '\r';
+inline constexpr std::ptrdiff_t XML_BLOCK = 64; // bytes that are looked at together
+
+// The bytes of a block that are this character: bit 0 is the first byte.
+inline std::uint64_t xml_find_all(const char *block, char character) {
+    std::uint64_t found = 0;
 #ifdef __SSE2__
     constexpr std::ptrdiff_t step = 16;
-    const __m128i limit = _mm_set1_epi8(last);
-    for (; to - from >= step; from += step) {
-        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(from));
-        const int small = _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_min_epu8(bytes, limit), bytes));
-        if (small != 0)
-            return from + std::countr_zero(static_cast<unsigned>(small));
+    const __m128i wanted = _mm_set1_epi8(character);
+    for (std::ptrdiff_t i = 0; i < XML_BLOCK; i += step) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(block + i));
+        const int equal = _mm_movemask_epi8(_mm_cmpeq_epi8(bytes, wanted));
+        found |= static_cast<std::uint64_t>(static_cast<unsigned>(equal)) << i;
     }
+#else
+    for (std::ptrdiff_t i = 0; i < XML_BLOCK; i++)
+        found |= static_cast<std::uint64_t>(block[i] == character) << i;
 #endif
-    for (; from < to; from++) {
-        if (static_cast<unsigned char>(*from) <= last)
-            return from;
-    }
-    return nullptr;
+    return found;
 }
 
 // Moves the length bytes at from to out, which is the same buffer or another one of the same size

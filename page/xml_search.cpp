@@ -55,12 +55,12 @@ static void start_record(TagRecord *record) {
     record->clean_from = text_end();
 }
 
-static bool same(const TagRecord &record, XmlTag tag) {
+static bool same(const TagRecord &record, const XmlTag &tag) {
     return record.length == tag.length && xml_same_bytes(record.tag, tag.text, tag.length);
 }
 
 // The record of a tag, made when it is new. scratch serves a tag too long to be remembered.
-static TagRecord *record_of(XmlTag tag, TagRecord *scratch) {
+static TagRecord *record_of(const XmlTag &tag, TagRecord *scratch) {
     if (tag.length > sizeof scratch->tag) {
         start_record(scratch);
         return scratch;
@@ -78,17 +78,24 @@ static TagRecord *record_of(XmlTag tag, TagRecord *scratch) {
     return record;
 }
 
-// text is at a '<', as the tag begins with one; most tags differ in the very next character. Asked
-// twice for every bracket, where the call would cost more than the answer.
-[[gnu::always_inline]] static inline bool stands_at(XmlTag tag, const char *text) {
-    return (tag.length == 1 || text[1] == tag.text[1]) &&
-           xml + text_end() - text >= static_cast<std::ptrdiff_t>(tag.length) &&
-           xml_same_bytes(text, tag.text, tag.length);
+// True when the tag begins at text, a place in xml. Asked twice for every bracket, where a call
+// would cost more than the answer. The first characters may be taken beyond the end of the text, as
+// XML_SPARE zeros follow it, which no tag holds.
+[[gnu::always_inline]] static inline bool stands_at(const XmlTag &tag, const char *text) {
+    static_assert(sizeof tag.head <= XML_SPARE);
+    decltype(tag.head) bytes;
+    std::memcpy(&bytes, text, sizeof bytes);
+    if ((bytes & tag.head_mask) != tag.head)
+        return false;
+    return tag.length <= sizeof bytes ||
+           (xml + text_end() - text >= static_cast<std::ptrdiff_t>(tag.length) &&
+            xml_same_bytes(text, tag.text, tag.length));
 }
 
 // First of the two tags that begins in from .. to - 1; where both do, it counts as the limit. Gives
 // up behind so many brackets.
-static Match first_of(XmlTag open, XmlTag limit, std::int32_t from, std::int32_t to, int brackets) {
+static Match first_of(const XmlTag &open, const XmlTag &limit, std::int32_t from, std::int32_t to,
+                      int brackets) {
     const char *end = xml + to;
     for (const char *at = xml_find_character(xml + from, end, '<'); at != nullptr && brackets > 0;
          at = xml_find_character(at + 1, end, '<'), brackets--) {
@@ -116,7 +123,7 @@ static void catch_up(TagRecord *record) {
 }
 
 // First of the two tags behind the read position, going on from where both are known not to stand.
-static Match first_of_remembered(XmlTag open, XmlTag limit) {
+static Match first_of_remembered(const XmlTag &open, const XmlTag &limit) {
     TagRecord open_scratch, limit_scratch;
     TagRecord *open_record = record_of(open, &open_scratch);
     TagRecord *limit_record = record_of(limit, &limit_scratch);
@@ -137,7 +144,7 @@ static Match first_of_remembered(XmlTag open, XmlTag limit) {
 }
 
 // Looks for the last one in from .. clean_from - 1. True when there is one.
-static bool search_back(TagRecord *record, XmlTag tag, std::int32_t from) {
+static bool search_back(TagRecord *record, const XmlTag &tag, std::int32_t from) {
     for (std::int32_t at = record->clean_from - 1; at >= from; at--) {
         if (xml[at] == '<' && stands_at(tag, xml + at)) {
             record->last = at;
@@ -150,7 +157,7 @@ static bool search_back(TagRecord *record, XmlTag tag, std::int32_t from) {
 
 // True when the tag begins anywhere behind position; it is known not to stand between the read
 // position and there.
-static bool occurs_behind(XmlTag tag, std::int32_t position) {
+static bool occurs_behind(const XmlTag &tag, std::int32_t position) {
     TagRecord scratch;
     TagRecord *record = record_of(tag, &scratch);
     if (record->last == NOT_KNOWN)
@@ -170,7 +177,7 @@ static bool occurs_behind(XmlTag tag, std::int32_t position) {
     return record->last != NOWHERE;
 }
 
-static std::int32_t find_tag(XmlTag open, XmlTag limit) {
+static std::int32_t find_tag(const XmlTag &open, const XmlTag &limit) {
     Match match = first_of(open, limit, xml_pointer, text_end(), NEAR_TAGS);
     if (match.at == NOWHERE)
         match = first_of_remembered(open, limit);
@@ -180,7 +187,7 @@ static std::int32_t find_tag(XmlTag open, XmlTag limit) {
 }
 
 // The rule itself, for texts that do not begin with a '<'.
-static std::int32_t find_any_text(XmlTag open, XmlTag limit) {
+static std::int32_t find_any_text(const XmlTag &open, const XmlTag &limit) {
     const std::string_view text(xml, static_cast<std::size_t>(text_end()));
     const std::size_t pointer = static_cast<std::size_t>(xml_pointer);
     const std::size_t open_at = text.find({open.text, open.length}, pointer);
@@ -190,11 +197,11 @@ static std::int32_t find_any_text(XmlTag open, XmlTag limit) {
     return static_cast<std::int32_t>(open_at);
 }
 
-static bool is_tag(XmlTag tag) {
+static bool is_tag(const XmlTag &tag) {
     return tag.length > 0 && tag.text[0] == '<';
 }
 
-std::int32_t xml_find_element(XmlTag open, XmlTag limit) {
+std::int32_t xml_find_element(const XmlTag &open, const XmlTag &limit) {
     if (xml == nullptr || xml_pointer >= xml_length)
         return 1;
     // What is remembered only serves reading on; two records may be made below.
@@ -209,7 +216,7 @@ std::int32_t xml_find_element(XmlTag open, XmlTag limit) {
     return 0;
 }
 
-std::int32_t xml_find_value(XmlTag open, XmlTag limit, std::string_view *value) {
+std::int32_t xml_find_value(const XmlTag &open, const XmlTag &limit, std::string_view *value) {
     if (xml_find_element(open, limit) != 0)
         return 1;
     const char *begin = xml + xml_pointer;
