@@ -40,12 +40,13 @@ struct XmlTag {
     std::uint32_t hash;
     std::uint64_t head;      // the first characters, up to eight, as they stand in memory
     std::uint64_t head_mask; // the bytes of head that are characters
+    bool is_plain;           // a bracket stands in front and nowhere else
 
     template <std::size_t N>
     consteval XmlTag(const char (&literal)[N]) : XmlTag(std::string_view(literal, N - 1)) {}
     explicit constexpr XmlTag(std::string_view tag)
         : text(tag.data()), length(static_cast<std::uint32_t>(tag.size())), hash(hash_of(tag)),
-          head(head_of(tag)), head_mask(head_mask_of(tag.size())) {}
+          head(head_of(tag)), head_mask(head_mask_of(tag.size())), is_plain(tag.rfind('<') == 0) {}
 
 private:
     using Head = std::array<char, sizeof(std::uint64_t)>;

@@ -37,7 +37,15 @@ static TagRecord records[RECORDS];
 static std::uint32_t records_used;
 static std::int32_t furthest_pointer; // what is remembered holds for reading on from here
 
+// The closing tag that the value read last ends at. It holds no other bracket than its own.
+struct ClosingTag {
+    std::int32_t begin; // NOWHERE = the value ends at something else
+    std::int32_t end;
+};
+static ClosingTag closing_tag = {NOWHERE, NOWHERE};
+
 void xml_search_forget() {
+    closing_tag = {NOWHERE, NOWHERE};
     for (TagRecord &record : records)
         record.length = 0;
     records_used = 0;
@@ -94,11 +102,15 @@ static TagRecord *record_of(const XmlTag &tag, TagRecord *scratch) {
 
 // First of the two tags that begins in from .. to - 1; where both do, it counts as the limit. Gives
 // up behind so many brackets.
-static Match first_of(const XmlTag &open, const XmlTag &limit, std::int32_t from, std::int32_t to,
-                      int brackets) {
+[[gnu::always_inline]] static inline Match first_of(const XmlTag &open, const XmlTag &limit,
+                                                    std::int32_t from, std::int32_t to,
+                                                    int brackets) {
     const char *end = xml + to;
-    for (const char *at = xml_find_character(xml + from, end, '<'); at != nullptr && brackets > 0;
-         at = xml_find_character(at + 1, end, '<'), brackets--) {
+    // Mostly at a bracket already; what follows need not wait for a search then.
+    const char *at = xml + from;
+    if (from >= to || *at != '<')
+        at = xml_find_character(at, end, '<');
+    for (; at != nullptr && brackets > 0; at = xml_find_character(at + 1, end, '<'), brackets--) {
         if (stands_at(limit, at))
             return {static_cast<std::int32_t>(at - xml), true};
         if (stands_at(open, at))
@@ -177,8 +189,21 @@ static bool occurs_behind(const XmlTag &tag, std::int32_t position) {
     return record->last != NOWHERE;
 }
 
+// The search behind the next closing tag is told where that ends instead of looking for it.
+static Match near_match(const XmlTag &open, const XmlTag &limit) {
+    std::int32_t from = xml_pointer;
+    if (closing_tag.begin == from) {
+        if (stands_at(limit, xml + from))
+            return {from, true};
+        if (stands_at(open, xml + from))
+            return {from, false};
+        from = closing_tag.end;
+    }
+    return first_of(open, limit, from, text_end(), NEAR_TAGS);
+}
+
 static std::int32_t find_tag(const XmlTag &open, const XmlTag &limit) {
-    Match match = first_of(open, limit, xml_pointer, text_end(), NEAR_TAGS);
+    Match match = near_match(open, limit);
     if (match.at == NOWHERE)
         match = first_of_remembered(open, limit);
     if (match.at == NOWHERE || match.is_limit || !occurs_behind(limit, match.at))
@@ -216,6 +241,15 @@ std::int32_t xml_find_element(const XmlTag &open, const XmlTag &limit) {
     return 0;
 }
 
+// Notes whether the closing tag of this one stands at the read position.
+static void note_closing_tag(const XmlTag &open) {
+    const char *at = xml + xml_pointer;
+    const std::int32_t end = xml_pointer + static_cast<std::int32_t>(open.length) + 1;
+    const bool closed = open.is_plain && end <= text_end() && at[1] == '/' &&
+                        xml_same_bytes(at + 2, open.text + 1, open.length - 1);
+    closing_tag = {closed ? xml_pointer : NOWHERE, end};
+}
+
 std::int32_t xml_find_value(const XmlTag &open, const XmlTag &limit, std::string_view *value) {
     if (xml_find_element(open, limit) != 0)
         return 1;
@@ -226,5 +260,6 @@ std::int32_t xml_find_value(const XmlTag &open, const XmlTag &limit, std::string
         static_cast<std::size_t>((next_tag != nullptr ? next_tag : end) - begin);
     *value = std::string_view(begin, std::min(length, XML_ITEM_SIZE - 1));
     xml_pointer += static_cast<std::int32_t>(length);
+    note_closing_tag(open);
     return 0;
 }
