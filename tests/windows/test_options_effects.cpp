@@ -17,9 +17,7 @@
 #include "scene/scene.h"
 #include "scene/scene_page.h"
 #include "tests/support/scene_stage.h"
-#include "tests/support/user_options.h"
-#include "tests/windows/options_dialog_player.h"
-#include "tests/windows/real_window.h"
+#include "tests/windows/options_effects_fixture.h"
 
 #include <gtest/gtest.h>
 
@@ -27,44 +25,6 @@
 
 #include <algorithm>
 #include <cmath>
-
-static constexpr char OBJECT[] =
-    "<node>\n<type>object</type>\n<name>Server</name>\n<description></description>\n"
-    "<x_position>-8.00</x_position>\n<y_position>5.00</y_position>\n<model></model>\n"
-    "<action>\n<type>command</type>\n<owner>0</owner>\n<name>Go</name>\n"
-    "<command>sub.orvl</command>\n<icon></icon>\n</action>\n</node>\n";
-static constexpr float OBJECT_X = -8.0f, OBJECT_Y = 5.0f;
-
-// The home page with an object that opens the page "sub.orvl".
-struct OptionsEffects : testing::Test {
-    UserOptionsFile file;
-    RealWindow window;
-
-    OptionsEffects() {
-        window.write_page("home.orvl", OBJECT);
-        scene_load_page("home.orvl", "Home");
-        orvanel_options.object_transitions = 0; // nothing to wait for
-        orvanel_options.object_inertia = 0;
-    }
-
-    // The command, its dialog closed with OK after these steps of the user.
-    static void change(std::vector<DialogStep> steps) {
-        steps.push_back({OPTIONS, [](HWND dialog) { click(dialog, IDOK); }});
-        DialogPlayer player(std::move(steps));
-        command_run(COMMAND_OPTIONS);
-        EXPECT_TRUE(player.done());
-        handle_messages();
-    }
-    static void tick(OptionsTab tab, int control) {
-        change({{OPTIONS, [=](HWND dialog) { click(options_open_page(dialog, tab), control); }}});
-    }
-    static void choose_folder(const std::string &folder) {
-        change({{OPTIONS, [=](HWND dialog) {
-                     type(options_page(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_FOLDER,
-                          folder.c_str());
-                 }}});
-    }
-};
 
 // ---- pictures of the window
 
