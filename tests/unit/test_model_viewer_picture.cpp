@@ -1,45 +1,8 @@
 #include "dialogs/rules/model_viewer_picture.h"
 
-#include "assets/model.h"
-#include "dialogs/rules/model_spin.h"
-#include "page/options.h"
-#include "platform/gl.h"
-#include "platform/locations.h"
-#include "platform/text.h"
-#include "tests/support/gl_context.h"
-#include "tests/support/test_folder.h"
+#include "tests/unit/viewer_picture_fixture.h"
 
-#include <gtest/gtest.h>
-
-static constexpr std::int32_t SIZE = 200; // pixels
-static constexpr Pixel BACKGROUND = {240, 240, 240};
-
-struct ViewerPicture : testing::Test {
-    GlContext context{SIZE, SIZE};
-
-    ViewerPicture() {
-        options_set_defaults();
-        text_copy(object_dir_location, ORVANEL_SOURCE_DIR "/models/");
-        model_init();
-        model_spin_init();
-        glDisable(GL_NORMALIZE); // a control's new context is bare
-        model_viewer_picture_init({240 / 255.0f, 240 / 255.0f, 240 / 255.0f});
-        model_viewer_resize(SIZE, SIZE);
-        model_viewer_model_id = 0;
-    }
-    ~ViewerPicture() override {
-        model_viewer_picture_free();
-        model_free_display_lists();
-        model_unload_models();
-        model_viewer_model_id = -1;
-    }
-    static void draw(const char *picture = nullptr) {
-        model_viewer_picture_draw();
-        glFinish();
-        if (picture != nullptr)
-            gl_save_picture(picture);
-    }
-};
+static constexpr std::int32_t SIZE = ViewerPicture::SIZE;
 
 // The built-in model is green.
 static std::int32_t green_pixels(std::int32_t top, std::int32_t bottom) {
@@ -70,12 +33,6 @@ TEST_F(ViewerPicture, with_nothing_to_show_there_is_the_background_alone) {
     model_viewer_model_id = models_total; // no model has this index
     draw();
     EXPECT_EQ(gl_count_differing(0, 0, SIZE, SIZE, BACKGROUND, 1), 0);
-}
-
-TEST_F(ViewerPicture, the_floor_is_textured_and_lets_the_background_through) {
-    draw();
-    EXPECT_NE(model_viewer_floor_texture, 0u);
-    EXPECT_GT(gl_count_differing(0, 150, SIZE, 50, BACKGROUND, 4), 1000);
 }
 
 TEST_F(ViewerPicture, the_mirror_image_shows_below_only_with_reflections_on) {
@@ -116,16 +73,6 @@ TEST_F(ViewerPicture, a_large_model_is_shown_as_high_as_a_small_one) {
     model_viewer_picture_init({1.0f, 1.0f, 1.0f});
     draw();
     EXPECT_NEAR(shown_height(), height, 2);
-}
-
-TEST_F(ViewerPicture, a_model_without_height_has_a_box_that_gives_a_finite_scale) {
-    TestFolder folder;
-    folder.write("flat.obj", "v -1 0 -1\nv -1 0 1\nv 1 0 1\nv 1 0 -1\nf 1 2 3\nf 1 3 4\n\n");
-    text_copy(object_dir_location, folder.path);
-    const std::int32_t id = model_return_model_id("flat.obj");
-    ASSERT_NE(id, 0);
-    const Model &flat = models[id];
-    EXPECT_GE(flat.max_y - flat.min_y, 1.0f);
 }
 
 TEST_F(ViewerPicture, models_of_all_sizes_are_lit_alike) {

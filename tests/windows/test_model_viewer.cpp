@@ -75,6 +75,20 @@ TEST_F(ModelViewer, is_painted_whole_and_turns_the_model_a_step_each_time) {
     EXPECT_FLOAT_EQ(model_viewer_model_angle, 99.45f);
 }
 
+TEST_F(ModelViewer, with_no_model_to_show_nothing_turns) {
+    KillTimer(viewer, 33);
+    handle_messages();
+    model_viewer_model_angle = 100.0f;
+    model_viewer_model_inertia = 2.0f;
+    send(MODEL_VIEWER_SHOW, static_cast<WPARAM>(-1));
+    paint();
+    EXPECT_EQ(model_viewer_model_angle, 100.0f);
+    EXPECT_EQ(model_viewer_model_inertia, 2.0f);
+    send(MODEL_VIEWER_SHOW, 0);
+    paint();
+    EXPECT_FLOAT_EQ(model_viewer_model_angle, 101.45f);
+}
+
 TEST_F(ModelViewer, its_timer_asks_for_the_whole_picture_without_erasing) {
     KillTimer(viewer, 33);
     handle_messages();
