@@ -129,13 +129,22 @@ static void recreate_window() {
     start_scene();
 }
 
+// A new window opens in the middle of the first screen; this one stays where the user has put it.
+static void recreate_window_in_place() {
+    RECT place;
+    GetWindowRect(hWnd, &place);
+    recreate_window();
+    SetWindowPos(hWnd, nullptr, static_cast<int>(place.left), static_cast<int>(place.top), 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 void toggle_fsaa() {
     const bool maximised = IsZoomed(hWnd) != 0;
     if (maximised)
         ShowWindow(hWnd, SW_RESTORE); // the new window takes this one's size as its normal size
     ShowWindow(hWnd, SW_HIDE);
     const KeptView view = keep_view();
-    recreate_window();
+    recreate_window_in_place();
     if (maximised)
         ShowWindow(hWnd, SW_MAXIMIZE);
     main_window_show();

@@ -75,6 +75,23 @@ TEST(ToggleFsaa, edit_mode_and_what_the_user_holds_are_given_up) {
     EXPECT_EQ(0, scene_floor.drag_state);
 }
 
+TEST(ToggleFsaa, the_window_stays_where_the_user_has_put_it) {
+    const RealWindow window;
+    handle_messages();
+    SetWindowPos(hWnd, nullptr, 40, 60, 900, 700, SWP_NOZORDER);
+    handle_messages();
+    RECT before;
+    GetWindowRect(hWnd, &before);
+    toggle_fsaa();
+    handle_messages();
+    RECT after;
+    GetWindowRect(hWnd, &after);
+    EXPECT_EQ(before.left, after.left);
+    EXPECT_EQ(before.top, after.top);
+    EXPECT_EQ(before.right, after.right);
+    EXPECT_EQ(before.bottom, after.bottom);
+}
+
 TEST(ToggleFsaa, a_maximised_window_is_maximised_again_and_keeps_its_normal_size) {
     const RealWindow window;
     handle_messages();
