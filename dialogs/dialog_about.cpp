@@ -8,11 +8,41 @@
 #include "resources/resource_ids.h"
 #include "update/auto_update.h"
 
+#include <algorithm>
+#include <cstring>
+
 static constexpr wchar_t PRODUCT[] = L"Orvanel\u2122 v1.4.1";
 
 static void show_gl_string(HWND dialog, int control, GLenum name) {
     const GLubyte *text = glGetString(name); // null without a context
     SetDlgItemTextA(dialog, control, text != nullptr ? reinterpret_cast<const char *>(text) : "");
+}
+
+static constexpr int LINK_FRAME = 2; // pixels between the text and the edge, for the focus frame
+
+static int text_width(HWND control, const char *text) {
+    const HDC dc = GetDC(control);
+    const HGDIOBJ previous =
+        SelectObject(dc, reinterpret_cast<HFONT>(SendMessageA(control, WM_GETFONT, 0, 0)));
+    SIZE size = {};
+    GetTextExtentPoint32A(dc, text, static_cast<int>(std::strlen(text)), &size);
+    SelectObject(dc, previous);
+    ReleaseDC(control, dc);
+    return static_cast<int>(size.cx);
+}
+
+// As wide as its text, so that the hand appears over the text only and the frame goes round it.
+static void show_link(HWND dialog, HWND link, const char *text) {
+    SetWindowTextA(link, text);
+    RECT area;
+    GetWindowRect(link, &area);
+    MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT *>(&area), 2);
+    const int room = static_cast<int>(area.right - area.left);
+    SetWindowPos(link, nullptr, static_cast<int>(area.left) - LINK_FRAME,
+                 static_cast<int>(area.top),
+                 std::min(text_width(link, text), room) + 2 * LINK_FRAME,
+                 static_cast<int>(area.bottom - area.top), SWP_NOZORDER | SWP_NOACTIVATE);
+    ConvertStaticToHyperlink(link);
 }
 
 static INT_PTR open(HWND dialog) {
@@ -21,8 +51,7 @@ static INT_PTR open(HWND dialog) {
     show_gl_string(dialog, RESOURCE_ABOUT_VENDOR, GL_VENDOR);
     show_gl_string(dialog, RESOURCE_ABOUT_RENDERER, GL_RENDERER);
     show_gl_string(dialog, RESOURCE_ABOUT_VERSION, GL_VERSION);
-    SetDlgItemTextA(dialog, RESOURCE_ABOUT_HOME_PAGE, auto_update_site());
-    ConvertStaticToHyperlink(GetDlgItem(dialog, RESOURCE_ABOUT_HOME_PAGE));
+    show_link(dialog, GetDlgItem(dialog, RESOURCE_ABOUT_HOME_PAGE), auto_update_site());
     SetFocus(GetDlgItem(dialog, IDOK)); // the link comes before it, and Enter is to close the box
     return FALSE;
 }

@@ -288,7 +288,7 @@ def test_every_option_is_changed_and_the_page_folder_moved_with_the_mouse():
         colours = dialog.control("Blue")
         click_at(*colours.middle())
         click_at(colours.left + 20, colours.bottom + 8 + 13)
-        assert dialog.look().control("Default page colour:").text == "Gray"
+        assert dialog.look().control("Default page color:").text == "Gray"
         dialog.click("...")
         chooser = Dialog("Browse for Folder")
         chooser.photograph("folder")

@@ -89,6 +89,45 @@ TEST(AboutBox, The_link_opens_the_home_page_by_mouse_and_by_keyboard_and_the_box
     delete_trace(own_path());
 }
 
+static RECT place_in(HWND dialog, int control) {
+    RECT place;
+    GetWindowRect(GetDlgItem(dialog, control), &place);
+    MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT *>(&place), 2);
+    return place;
+}
+
+static LONG width_of_text(HWND dialog, int control) {
+    const HDC dc = GetDC(dialog);
+    const HGDIOBJ previous =
+        SelectObject(dc, reinterpret_cast<HFONT>(SendMessageA(dialog, WM_GETFONT, 0, 0)));
+    const std::string text = shown_text(dialog, control);
+    SIZE size = {};
+    GetTextExtentPoint32A(dc, text.c_str(), static_cast<int>(text.size()), &size);
+    SelectObject(dc, previous);
+    ReleaseDC(dialog, dc);
+    return size.cx;
+}
+
+TEST(AboutBox, The_link_is_a_little_wider_than_its_text_whatever_the_site_is_called) {
+    RealWindow window;
+    const AutoUpdateServer usual = auto_update_server;
+    for (const char *host : {usual.host, "v.example", "orvanel.downloads.vendor.example:8080"}) {
+        auto_update_server.host = host;
+        DialogPlayer player({{ABOUT, [](HWND dialog) {
+                                  const RECT product = place_in(dialog, RESOURCE_ABOUT_PRODUCT);
+                                  const RECT link = place_in(dialog, RESOURCE_ABOUT_HOME_PAGE);
+                                  const LONG text = width_of_text(dialog, RESOURCE_ABOUT_HOME_PAGE);
+                                  const LONG frame = product.left - link.left;
+                                  EXPECT_GE(frame, 1);
+                                  EXPECT_LE(frame, 3);
+                                  EXPECT_EQ(link.right - link.left, text + 2 * frame);
+                              }}});
+        dialog_about_show();
+        EXPECT_TRUE(player.done());
+    }
+    auto_update_server = usual;
+}
+
 TEST(AboutBox, Opening_and_closing_it_300_times_leaves_nothing_behind) {
     RealWindow window;
     expect_no_growth([] { dialog_about_show(); });
