@@ -340,6 +340,25 @@ TEST_F(OptionsDialog, Custom_opens_the_colour_chooser_and_its_cancel_brings_the_
     EXPECT_STREQ(orvanel_options.default_page_colour_name, "Black");
 }
 
+static POINT middle_of(HWND window) {
+    RECT area;
+    GetWindowRect(window, &area);
+    return {(area.left + area.right) / 2, (area.top + area.bottom) / 2};
+}
+
+TEST_F(OptionsDialog, The_colour_chooser_opens_over_the_middle_of_the_dialog) {
+    play_options({{OPTIONS, [](HWND dialog) { go_to_colour(dialog, 6); }},
+                  {"Color",
+                   [](HWND chooser) {
+                       const POINT wanted = middle_of(GetWindow(chooser, GW_OWNER));
+                       const POINT middle = middle_of(chooser);
+                       EXPECT_NEAR(middle.x, wanted.x, 1);
+                       EXPECT_NEAR(middle.y, wanted.y, 1);
+                       PostMessageA(chooser, WM_COMMAND, IDCANCEL, 0);
+                   }},
+                  {OPTIONS, [](HWND dialog) { click(dialog, IDCANCEL); }}});
+}
+
 TEST_F(OptionsDialog, A_custom_colour_chosen_in_the_chooser_becomes_the_default) {
     play_options({{OPTIONS, [](HWND dialog) { go_to_colour(dialog, 6); }},
                   {"Color",
