@@ -5,7 +5,7 @@
 
 #include <cstdlib>
 
-Model models[MODEL_CAPACITY];
+Model models[MODEL_CAPACITY + 1];
 std::int32_t models_total = 0;
 
 void model_init() {
@@ -13,16 +13,42 @@ void model_init() {
     model_load_default_object();
 }
 
-std::int32_t model_return_model_id(const char *file_name) {
+// Id of the registered model of this name, -1 when there is none.
+static std::int32_t find(const char *file_name) {
     for (std::int32_t i = 0; i < models_total; i++) {
         if (text_equal(models[i].file_name, file_name))
             return i;
     }
+    return -1;
+}
+
+std::int32_t model_return_model_id(const char *file_name) {
+    const std::int32_t known = find(file_name);
+    if (known >= 0)
+        return known;
     if (models_total >= MODEL_CAPACITY)
         return 0;
     if (model_load(file_name, &models[models_total], 1.0f) != 0)
         return 0;
     return models_total++;
+}
+
+std::int32_t model_return_preview_id(const char *file_name) {
+    const std::int32_t known = find(file_name);
+    if (known >= 0)
+        return known;
+    if (models_total >= MODEL_CAPACITY)
+        return 0;
+    Model *shown = &models[MODEL_PREVIEW];
+    if (text_equal(shown->file_name, file_name))
+        return MODEL_PREVIEW;
+    model_free_preview();
+    return model_load(file_name, shown, 1.0f) == 0 ? MODEL_PREVIEW : 0;
+}
+
+void model_free_preview() {
+    model_unload(&models[MODEL_PREVIEW]);
+    models[MODEL_PREVIEW] = {};
 }
 
 // The counts stay: what was loaded is still known, it only cannot be drawn any more.

@@ -7,6 +7,7 @@
 #include <span>
 
 inline constexpr std::int32_t MODEL_CAPACITY = 255;
+inline constexpr std::int32_t MODEL_PREVIEW = MODEL_CAPACITY; // id behind those of the registry
 inline constexpr std::int32_t MATERIAL_NAME_SIZE = 20;
 inline constexpr std::int32_t NO_MATERIAL = -1;
 inline constexpr float colour_black[4] = {0.0f, 0.0f, 0.0f, 1.0f};
@@ -41,14 +42,20 @@ struct Model {
     char file_name[256]; // relative to the models folder; empty = model 0
 };
 
-extern Model models[MODEL_CAPACITY];
-extern std::int32_t models_total;
+extern Model models[MODEL_CAPACITY + 1]; // the registry and the record of MODEL_PREVIEW
+extern std::int32_t models_total;        // of the registry
 
 // Empties the registry and builds model 0. For start-up and for a new GL window.
 void model_init();
 
 // Id of the model of this name, loaded on first use; 0 when it cannot be had or the table is full.
 std::int32_t model_return_model_id(const char *file_name);
+
+// Id of the model of this name for looking at it only. A model that is not registered takes no
+// place in the registry, where it would stay for good: it is read into the record of MODEL_PREVIEW,
+// until another one is. 0 where model_return_model_id would return 0.
+std::int32_t model_return_preview_id(const char *file_name);
+void model_free_preview(); // MODEL_PREVIEW is nothing then
 
 // Reads a model of the models folder. 0 loaded; 1 the file cannot be opened or memory is short.
 std::int32_t model_load(const char *file_name, Model *model, float scale);

@@ -72,7 +72,7 @@ static void show_choice(HWND dialog) {
                         static_cast<WPARAM>(choice.model_chosen), 0);
     const std::int32_t entry = model_choice_entry(&choice);
     const std::int32_t model_id =
-        entry != OBJECT_NONE ? model_return_model_id(object_files[entry].file) : model_not_listed;
+        entry != OBJECT_NONE ? model_return_preview_id(object_files[entry].file) : model_not_listed;
     SendDlgItemMessageA(dialog, RESOURCE_MODEL_VIEWER, MODEL_VIEWER_SHOW,
                         static_cast<WPARAM>(model_id), 0);
 }

@@ -1,5 +1,6 @@
 #include "dialogs/model_viewer.h"
 
+#include "assets/model.h"
 #include "dialogs/model_viewer_canvas.h"
 #include "dialogs/rules/model_spin.h"
 #include "dialogs/rules/model_viewer_picture.h"
@@ -50,6 +51,7 @@ static void create(HWND window) {
 static void destroy(HWND window) {
     KillTimer(window, FRAME_TIMER);
     model_viewer_disable_gl();
+    model_free_preview();
 }
 
 static void paint(HWND window) {

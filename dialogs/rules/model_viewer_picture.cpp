@@ -5,6 +5,7 @@
 #include "page/options.h"
 #include "platform/gl.h"
 #include "platform/resource.h"
+#include "platform/text.h"
 #include "resources/resource_ids.h"
 
 #include <algorithm>
@@ -32,12 +33,13 @@ static constexpr float FLOOR_DISTANCE = -30.0f; // of its middle
 static constexpr float FLOOR_REACH = 16.0f;     // half of its side
 
 // A display list belongs to the context in which it was compiled, and the models remember those of
-// the main window. The preview has one of its own, of the model it showed last.
+// the main window. The preview has one of its own, of the model it showed last. It goes by the
+// name, because different models come under the id MODEL_PREVIEW.
 struct OwnList {
-    std::int32_t model_id; // -1 = none
-    std::uint32_t display_list;
+    char file_name[sizeof Model::file_name];
+    std::uint32_t display_list; // 0 = none
 };
-static OwnList own_list = {.model_id = -1, .display_list = 0};
+static OwnList own_list;
 
 // ---- life
 
@@ -49,7 +51,7 @@ static void enable_colour_material() {
 }
 
 void model_viewer_picture_init(ViewerColour background) {
-    own_list = {.model_id = -1, .display_list = 0};
+    own_list = {};
     glClearColor(background.red, background.green, background.blue, 1.0f);
     glShadeModel(GL_SMOOTH);
     glClearDepth(CLEAR_DEPTH);
@@ -102,7 +104,7 @@ void model_viewer_load_floor_texture() {
 static void free_own_list() {
     if (own_list.display_list != 0)
         glDeleteLists(own_list.display_list, 1);
-    own_list = {.model_id = -1, .display_list = 0};
+    own_list = {};
 }
 
 void model_viewer_picture_free() {
@@ -126,14 +128,15 @@ void model_viewer_resize(std::int32_t width, std::int32_t height) {
 
 // Draws a copy of the record so that the model itself goes on naming the main window's list.
 static void draw_model(std::int32_t id) {
-    if (own_list.model_id != id)
-        free_own_list();
     Model shown = models[id];
+    if (!text_equal(own_list.file_name, shown.file_name))
+        free_own_list();
     shown.display_list = own_list.display_list;
     shown.display_list_compiled = own_list.display_list != 0 ? 1 : 0;
     model_draw(&shown);
     if (shown.display_list_compiled == 1)
-        own_list = {.model_id = id, .display_list = shown.display_list};
+        own_list.display_list = shown.display_list;
+    text_copy(own_list.file_name, shown.file_name);
 }
 
 static void place(float height, float distance) {
@@ -191,10 +194,16 @@ static void draw_standing(std::int32_t id, float scale) {
     draw_model(id);
 }
 
+static bool is_model(std::int32_t id) {
+    if (id == MODEL_PREVIEW)
+        return models[id].file_name[0] != '\0';
+    return id >= 0 && id < models_total;
+}
+
 void model_viewer_picture_draw() {
     const std::int32_t id = model_viewer_model_id;
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-    if (id < 0 || id >= models_total)
+    if (!is_model(id))
         return;
     // The padding makes every box at least 1 high.
     const float scale = SHOWN_HEIGHT / (models[id].max_y - models[id].min_y);

@@ -123,6 +123,33 @@ TEST_F(ViewerPicture, stepping_through_models_leaves_one_display_list_and_the_en
     EXPECT_FALSE(glIsTexture(texture));
 }
 
+// They come under one id, one after the other.
+TEST_F(ViewerPicture, each_of_the_models_that_are_only_looked_at_is_drawn_as_it_is) {
+    TestFolder folder;
+    text_copy(object_dir_location, folder.path);
+    folder.write("colours.mtl", "newmtl green\nKd 0 1 0\n\nnewmtl red\nKd 1 0 0\n\n");
+    for (const std::string colour : {"green", "red"})
+        folder.write((colour + ".obj").c_str(),
+                     "mtllib colours.mtl\nv -2 0 0\nv 2 0 0\nv 0 4 0\nvn 0 0 1\nusemtl " + colour +
+                         "\nf 1//1 2//1 3//1\n\n");
+    model_viewer_model_angle = 0.0f;
+    const std::int32_t before = lists_in_use();
+    for (int i = 0; i < 6; i++) {
+        const bool green = i % 2 == 0;
+        model_viewer_model_id = model_return_preview_id(green ? "green.obj" : "red.obj");
+        ASSERT_EQ(model_viewer_model_id, MODEL_PREVIEW);
+        draw();
+        const Pixel pixel = gl_pixel(SIZE / 2, 110);
+        EXPECT_EQ(pixel.green > pixel.red + 100, green);
+        EXPECT_EQ(pixel.red > pixel.green + 100, !green);
+        EXPECT_EQ(lists_in_use(), before + 1);
+    }
+    EXPECT_EQ(models[MODEL_PREVIEW].display_list_compiled, 0);
+    model_free_preview();
+    draw();
+    EXPECT_EQ(gl_count_differing(0, 0, SIZE, SIZE, BACKGROUND, 1), 0);
+}
+
 TEST_F(ViewerPicture, a_size_without_height_does_no_harm) {
     model_viewer_resize(SIZE, 0);
     draw();

@@ -4,6 +4,7 @@
 #include "assets/model.h"
 #include "assets/object_files.h"
 #include "dialogs/rules/model_viewer_picture.h"
+#include "page/node.h"
 #include "platform/locations.h"
 #include "platform/text.h"
 #include "tests/windows/real_window.h"
@@ -145,6 +146,37 @@ TEST_F(ModelChooser, choosing_a_name_with_the_keyboard_previews_it) {
     expect_chosen("Laptop", "laptop.obj");
     press(RESOURCE_MODEL_NAME, VK_END);
     expect_chosen("Tree", "tree.obj");
+}
+
+TEST_F(ModelChooser,
+       stepping_through_400_models_previews_each_and_leaves_room_for_those_of_objects) {
+    for (int i = 100; i < 500; i++)
+        write((std::to_string(i) + ".obj").c_str(), std::to_string(i), "Many");
+    node_init_node(node_total);
+    node[node_total].model_id = model_return_model_id("250.obj");
+    const Node &object = node[node_total++];
+    const std::int32_t total = models_total, id = object.model_id;
+    open("100.obj");
+    for (int i = 100; i < 500; i++) {
+        const std::string name = std::to_string(i);
+        expect_chosen(name.c_str(), (name + ".obj").c_str());
+        EXPECT_EQ(model_viewer_model_id == id, i == 250);
+        click(RESOURCE_MODEL_NEXT);
+    }
+    expect_chosen("Laptop", "laptop.obj");
+    EXPECT_EQ(models_total, total);
+    EXPECT_EQ(object.model_id, id);
+    EXPECT_STREQ(models[object.model_id].file_name, "250.obj");
+    EXPECT_STREQ(models[model_return_model_id("499.obj")].file_name, "499.obj");
+}
+
+TEST_F(ModelChooser, nothing_is_kept_of_the_models_looked_at_when_the_dialog_closes) {
+    open("printer.obj");
+    EXPECT_STREQ(models[MODEL_PREVIEW].file_name, "printer.obj");
+    DestroyWindow(dialog);
+    dialog = nullptr;
+    EXPECT_STREQ(models[MODEL_PREVIEW].file_name, "");
+    EXPECT_EQ(models[MODEL_PREVIEW].vertex, nullptr);
 }
 
 TEST_F(ModelChooser, other_commands_are_left_to_the_dialog) {
