@@ -57,6 +57,26 @@ static SIZE text_size(HWND window, HGDIOBJ font, const char *text) {
     return size;
 }
 
+// What the system selects into the device context that entries are drawn to.
+static HFONT make_menu_font() {
+    NONCLIENTMETRICSA metrics = {};
+    metrics.cbSize = sizeof metrics;
+    if (!SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0))
+        return nullptr;
+    return object_made(OBJECT_FONT, CreateFontIndirectA(&metrics.lfMenuFont));
+}
+
+// Entries are measured in the font that a window starts with, which does not grow with the
+// resolution of the screen. Where the menu font has outgrown it, that decides: nothing is clipped.
+static SIZE measure_entry(HWND window, const char *text) {
+    const SIZE usual = text_size(window, GetStockObject(SYSTEM_FONT), text);
+    const HFONT font = make_menu_font();
+    const SIZE drawn = font != nullptr ? text_size(window, font, text) : SIZE{};
+    object_destroy(font);
+    return {std::max(usual.cx, drawn.cx) + TEXT_INDENT,
+            std::max(usual.cy, drawn.cy + 2 * TEXT_TOP)};
+}
+
 static SIZE measure(HWND window, const MenuItem &item) {
     SIZE size;
     switch (item.type) {
@@ -65,9 +85,8 @@ static SIZE measure(HWND window, const MenuItem &item) {
     case MENU_ITEM_HEADER:
         size = text_size(window, menu_font_header, item.text);
         break;
-    default: // the font that a window starts with
-        size = text_size(window, GetStockObject(SYSTEM_FONT), item.text);
-        size.cx += TEXT_INDENT;
+    default:
+        size = measure_entry(window, item.text);
         break;
     }
     return {size.cx, std::max(size.cy, ENTRY_HEIGHT)};

@@ -440,6 +440,40 @@ TEST_F(MenuDraw, an_entry_is_as_wide_as_its_text_and_28_pixels) {
     EXPECT_EQ(std::max<LONG>(text.cy, 21), measure().cy);
 }
 
+// Menus are drawn in a font of this height until the end of the test.
+struct MenuFontHeight {
+    NONCLIENTMETRICSA usual = {};
+    HFONT font = nullptr;
+
+    explicit MenuFontHeight(LONG height) {
+        usual.cbSize = sizeof usual;
+        SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof usual, &usual, 0);
+        NONCLIENTMETRICSA metrics = usual;
+        metrics.lfMenuFont.lfHeight = -height;
+        SystemParametersInfoA(SPI_SETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+        font = CreateFontIndirectA(&metrics.lfMenuFont);
+    }
+    ~MenuFontHeight() {
+        DeleteObject(font);
+        SystemParametersInfoA(SPI_SETNONCLIENTMETRICS, sizeof usual, &usual, 0);
+    }
+    MenuFontHeight(const MenuFontHeight &) = delete;
+    MenuFontHeight &operator=(const MenuFontHeight &) = delete;
+};
+
+TEST_F(MenuDraw, a_large_menu_font_makes_entries_as_large_as_their_texts) {
+    set(MENU_ITEM_COMMAND, "Align With Object gggg");
+    const SIZE usual = measure();
+    const MenuFontHeight menu_font(40);
+    const SIZE text = text_size(menu_font.font, item.text);
+    ASSERT_GT(text.cx + 28, usual.cx);
+    const SIZE size = measure();
+    EXPECT_GE(size.cx, text.cx + 28);
+    EXPECT_GE(size.cy, text.cy + 3); // it is drawn 3 pixels from the top
+    set(MENU_ITEM_SEPARATOR, "");
+    EXPECT_EQ(5, measure().cy);
+}
+
 TEST_F(MenuDraw, a_title_is_as_wide_as_its_text_in_its_font) {
     set(MENU_ITEM_HEADER, LONG_TEXT);
     const SIZE text = text_size(menu_font_header, LONG_TEXT);
