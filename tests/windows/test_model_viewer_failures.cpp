@@ -24,9 +24,10 @@ enum class Step : char {
 };
 
 static Step failing = Step::None;
-static std::string trail;        // the steps tried
-static std::vector<HDC> devices; // taken and not yet given back
-static int contexts;             // the same
+static std::string trail;            // the steps tried
+static PIXELFORMATDESCRIPTOR wished; // format that the system last looked for
+static std::vector<HDC> devices;     // taken and not yet given back
+static int contexts;                 // the same
 
 // Notes the step; false when it is to fail.
 static bool passes(Step step) {
@@ -57,6 +58,7 @@ static int WINAPI release_dc(HWND window, HDC dc) {
 static int WINAPI choose_format(HDC dc, const PIXELFORMATDESCRIPTOR *format) {
     static const auto real =
         system_function<decltype(&ChoosePixelFormat)>("gdi32.dll", "ChoosePixelFormat");
+    wished = *format;
     return passes(Step::Format) ? real(dc, format) : 0;
 }
 
@@ -212,6 +214,15 @@ TEST_F(ModelViewerFailures, without_a_failure_no_box_is_shown) {
     EXPECT_EQ(boxes_shown(), 0u);
 }
 
+TEST_F(ModelViewerFailures, asks_for_two_buffers_24_bits_of_colour_and_16_of_depth) {
+    open();
+    EXPECT_EQ(wished.dwFlags,
+              static_cast<DWORD>(PFD_DRAW_TO_WINDOW | PFD_SUPPORT_OPENGL | PFD_DOUBLEBUFFER));
+    EXPECT_EQ(wished.iPixelType, PFD_TYPE_RGBA);
+    EXPECT_EQ(wished.cColorBits, 24);
+    EXPECT_EQ(wished.cDepthBits, 16);
+}
+
 TEST_F(ModelViewerFailures, the_dialog_stays_usable_and_the_control_empty) {
     for (const ViewerCanvas canvas : CANVASES) {
         model_viewer_canvas_choose(canvas);
@@ -280,6 +291,18 @@ TEST_F(ModelViewerFailures, formats_of_the_main_window_that_the_system_does_not_
         open();
         expect_box(before, text);
         expect_no_context();
+        close();
+    }
+}
+
+TEST_F(ModelViewerFailures, the_format_of_the_main_window_is_used_only_where_all_options_want_it) {
+    arbMultisampleFormat = 99999; // tells by its box that it was used
+    for (int wishes = 0; wishes < 8; wishes++) {
+        arbMultisampleSupported = wishes & 1;
+        orvanel_options.good_graphics_card = wishes >> 1 & 1;
+        orvanel_options.anti_aliasing = wishes >> 2;
+        open();
+        EXPECT_EQ(boxes_shown(), wishes == 7 ? 1u : 0u) << wishes;
         close();
     }
 }
