@@ -44,6 +44,7 @@ static bool find(std::uint32_t *address, LookUp look_up) {
 }
 
 bool network_find_host(const char *name, std::uint32_t *address) {
+    recorder.name_lookups++;
     return find(address, [name](hostent *host, char *memory, std::size_t size, hostent **result,
                                 int *error) {
         return gethostbyname_r(name, host, memory, size, result, error);
@@ -78,6 +79,7 @@ static bool set_waiting(NetworkSocket socket, bool waits) {
 }
 
 bool network_connect(NetworkSocket socket, std::uint32_t address, std::uint16_t port) {
+    recorder.connects++;
     return set_waiting(socket, false) &&
            (socket_connect(socket, address, port) || errno == EINPROGRESS);
 }

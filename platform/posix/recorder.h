@@ -65,7 +65,9 @@ struct Recorder {
     std::int32_t screen_width, screen_height; // 0 = 1920 x 1080
     bool network_missing;
     std::int32_t network_users;   // starts without a stop
+    std::int32_t name_lookups;    // of hosts by their names
     std::int32_t address_lookups; // of the hosts of addresses
+    std::int32_t connects;        // begun
     bool addresses_unknown;       // no address has a host
     bool proxy_missing;           // the system tells no proxy setting
     ProxySetting proxy;

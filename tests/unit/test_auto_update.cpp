@@ -115,6 +115,15 @@ TEST_F(AutoUpdateTest, with_check_for_updates_0_there_is_no_network_traffic_at_a
     auto_update_stop();
     EXPECT_EQ(0, server.connections());
     EXPECT_EQ(0, new_version);
+#ifndef _WIN32
+    EXPECT_EQ(0, recorder.name_lookups + recorder.address_lookups + recorder.connects);
+    orvanel_options.check_for_updates = 1;
+    auto_update_start();
+    EXPECT_TRUE(offered());
+    auto_update_stop();
+    EXPECT_EQ(1, recorder.address_lookups) << "which counts";
+    EXPECT_EQ(1, recorder.connects);
+#endif
 }
 
 TEST_F(AutoUpdateTest, checking_switched_off_while_the_check_runs_makes_no_offer) {

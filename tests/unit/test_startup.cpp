@@ -15,6 +15,7 @@
 #include "tests/support/message_script.h"
 #include "tests/support/test_folder.h"
 #include "update/auto_update.h"
+#include "update/auto_update_server.h"
 #include "update/http_client.h"
 
 #include <gtest/gtest.h>
@@ -259,6 +260,29 @@ TEST_F(StartupOptions, the_check_for_updates_runs_when_the_options_want_it) {
     orvanel_options.check_for_updates = 0;
     EXPECT_FALSE(is_offered());
 }
+
+#ifndef _WIN32
+TEST_F(StartupOptions, with_check_for_updates_0_start_up_looks_nobody_up_and_connects_to_nobody) {
+    const AutoUpdateWaits usual_waits = auto_update_waits;
+    const AutoUpdateServer usual_server = auto_update_server;
+    auto_update_waits.before_check = 0;
+    auto_update_server.host = "127.0.0.1:65536"; // looked up, and then there is no such port
+    options_set_defaults();
+    for (const std::int32_t check : {0, 1}) {
+        orvanel_options.check_for_updates = check;
+        EXPECT_EQ(0, startup_network());
+        startup_update_check();
+        for (int i = 0; i < (check == 0 ? 50 : 5000) && recorder.address_lookups == 0; i++) {
+            EXPECT_FALSE(auto_update_poll());
+            thread_sleep(2);
+        }
+        auto_update_stop();
+        EXPECT_EQ(check, recorder.name_lookups + recorder.address_lookups + recorder.connects);
+    }
+    auto_update_server = usual_server;
+    auto_update_waits = usual_waits;
+}
+#endif
 
 struct GraphicsCheck : StartupOptions {
     GraphicsCheck() {
