@@ -5,13 +5,15 @@
 #include "update/http_client.h"
 #include "update/http_client_parts.h"
 
-#include <atomic>
 #ifndef _WIN32
 #include "platform/posix/recorder.h"
 #endif
 
+#include <atomic>
+#include <chrono>
 #include <gtest/gtest.h>
 #include <string>
+#include <string_view>
 
 #ifndef _WIN32
 #include <sys/socket.h>
@@ -271,6 +273,33 @@ TEST(HttpClient, a_name_without_an_address_gives_2) {
         downloaded(std::string("http://") + first + std::string(64, 'x') + "/", 2);
 }
 
+#ifndef _WIN32
+TEST(HttpClient, the_first_character_of_a_host_decides_whether_it_is_looked_up_as_a_name) {
+    const std::string rest(64, 'x'); // no name: nobody is asked for it
+    for (const char letter : {'a', 'z', 'A', 'Z'}) {
+        recorder.name_lookups = 0;
+        downloaded("http://" + (letter + rest) + "/", 2);
+        EXPECT_EQ(1, recorder.name_lookups) << letter;
+    }
+    recorder.name_lookups = 0;
+    for (const char other : {'`', '{', '@', '[', '0', '9', '.', '-', '\xe9'})
+        downloaded("http://" + (other + rest) + "/", 2);
+    EXPECT_EQ(0, recorder.name_lookups);
+}
+
+TEST(HttpClient, ports_from_1_to_65535_are_tried_and_no_others) {
+    HttpServer server; // the network is there as long as it is
+    HttpConnection connection;
+    for (const std::int32_t port : {-65535, -1, 0, 65536, 65537, 131071})
+        EXPECT_EQ(3, http_client_connect(&connection, "localhost", port));
+    EXPECT_EQ(0, recorder.connects);
+    for (const std::int32_t port : {1, 65535})
+        http_client_connect(&connection, "localhost", port); // whoever may listen there
+    EXPECT_EQ(2, recorder.connects);
+    http_client_close(&connection);
+}
+#endif
+
 TEST(HttpClient, a_port_where_nobody_listens_gives_3) {
     std::int32_t port;
     {
@@ -357,6 +386,34 @@ TEST(HttpClient, a_read_that_times_out_gives_0) {
     char byte = 'x';
     EXPECT_EQ(0, http_client_tcp_read(&opened.connection, &byte, 1));
     EXPECT_EQ('\0', byte);
+    http_client_limits.timeout = usual;
+}
+
+TEST(HttpClient, a_read_waits_as_long_as_its_time_out) {
+    const std::uint32_t usual = http_client_limits.timeout;
+    Opened opened({http_wait_for_close()});
+    http_client_limits.timeout = 300;
+    char byte;
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(0, http_client_tcp_read(&opened.connection, &byte, 1));
+    EXPECT_GT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(250));
+    http_client_limits.timeout = usual;
+}
+
+TEST(HttpClient, a_write_that_times_out_gives_0) {
+    const std::uint32_t usual = http_client_limits.timeout;
+    std::atomic<bool> done = false;
+    Opened opened({http_call([&] { wait_for(done); })});
+    http_client_limits.timeout = 20;
+    const std::string much(1'000'000, 'x');
+    std::int32_t sent = 0;
+    for (int i = 0; i < 100; i++) { // until the system takes no more while nobody reads
+        sent = http_client_tcp_write(&opened.connection, much.data(), 1'000'000);
+        if (sent <= 0)
+            break;
+    }
+    EXPECT_EQ(0, sent);
+    done = true;
     http_client_limits.timeout = usual;
 }
 
@@ -479,6 +536,25 @@ TEST(HttpClient, without_Content_Length_the_length_is_0) {
     EXPECT_EQ(2, chunks.get(100));
 }
 
+TEST(HttpClient, a_Content_Length_that_needs_more_than_32_bits_is_told_as_it_is) {
+    Chunks chunks({http_send(http_head(5'000'000'000))});
+    EXPECT_EQ(5'000'000'000, chunks.length);
+}
+
+TEST(HttpClient, a_head_without_Content_Length_and_one_that_never_came_leave_a_length_of_0) {
+    static constexpr std::string_view HEAD = "HTTP/1.1 200 OK\r\n\r\n";
+    HttpConnection connection;
+    HEAD.copy(connection.buffer, HEAD.size());
+    connection.last = HEAD.size();
+    std::int64_t length = 7;
+    EXPECT_EQ(HTTP_OK, http_client_read_head(&connection, &length));
+    EXPECT_EQ(0, length);
+    length = 7;
+    EXPECT_EQ(HTTP_BAD_URL,
+              http_client_download_to_disk_chunked_open("https://host/", &connection, &length));
+    EXPECT_EQ(0, length);
+}
+
 TEST(HttpClient, a_chunk_larger_than_any_buffer_is_filled_whole) {
     Chunks chunks({http_send(http_head()), http_repeat("0123456789", 50'000)});
     EXPECT_EQ(300'001, chunks.get(300'001));
@@ -531,7 +607,7 @@ TEST(HttpClient, closing_twice_or_never_opened_is_harmless) {
 
 TEST(HttpClient, a_connection_may_be_used_again_and_keeps_nothing_of_the_first_answer) {
     HttpServer server;
-    server.scripts["/one"] = {http_send(http_head(100) + "111")};
+    server.scripts["/one"] = {http_send(http_head(100) + "1\r\n1")};
     server.scripts["/two"] = http_answer("22");
     HttpConnection connection;
     std::int64_t length;
