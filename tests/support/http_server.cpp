@@ -36,6 +36,13 @@ HttpStep http_call(std::function<void()> call) {
     return {.kind = HttpStep::Kind::Call, .call = std::move(call)};
 }
 
+HttpStep http_wait_for(const std::atomic<bool> &flag) {
+    return http_call([&flag] {
+        while (!flag)
+            thread_sleep(1);
+    });
+}
+
 HttpStep http_wait_for_close() {
     return {.kind = HttpStep::Kind::WaitForClose};
 }

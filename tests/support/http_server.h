@@ -28,9 +28,10 @@ HttpStep http_send_bytewise(const std::string &bytes); // one send a byte
 HttpStep http_send_urgent(char byte); // outside the stream, with an urgent pointer; at most once
 // Again and again; until the client closes at the latest.
 HttpStep http_repeat(const std::string &bytes, std::int64_t times);
-HttpStep http_call(std::function<void()> call); // on the server's thread
-HttpStep http_wait_for_close();                 // silent until the client closes
-HttpStep http_reset();                          // ends the connection the hard way; the last step
+HttpStep http_call(std::function<void()> call);        // on the server's thread
+HttpStep http_wait_for(const std::atomic<bool> &flag); // until the test sets it
+HttpStep http_wait_for_close();                        // silent until the client closes
+HttpStep http_reset(); // ends the connection the hard way; the last step
 
 // A usual head: status 200, and Content-Length when length is not negative.
 std::string http_head(std::int64_t length = -1);

@@ -29,6 +29,16 @@ protected:
         ASSERT_TRUE(wait_told(1 + 10)) << "connected and half of the chunks";
     }
 
+    // Begins a download and cancels it once the server has been asked so often.
+    void cancel_after(std::int32_t connections) {
+        ASSERT_EQ(0, auto_update_download(dialog));
+        EXPECT_TRUE(wait_until([&] { return server.connections() == connections; }));
+        EXPECT_TRUE(file_is_there());
+        auto_update_cancel_download();
+        EXPECT_TRUE(wait_until([this] { return !file_is_there(); })) << "long before the time-out";
+        auto_update_stop();
+    }
+
     static void expect_not_started() {
         EXPECT_NE(0, auto_update_start_installer());
 #ifndef _WIN32
@@ -142,22 +152,14 @@ TEST_F(AutoUpdateDownloadTest, cancelling_ends_the_download_deletes_the_file_and
 TEST_F(AutoUpdateDownloadTest, cancelling_while_it_connects_says_no_more) {
     http_client_limits.timeout = LONG_WAIT;
     server.give(INSTALLER_PATH, {http_wait_for_close()});
-    ASSERT_EQ(0, auto_update_download(dialog));
-    EXPECT_TRUE(wait_until([this] { return server.connections() == 1; }));
-    auto_update_cancel_download();
-    EXPECT_TRUE(wait_until([this] { return !file_is_there(); }));
-    auto_update_stop();
+    cancel_after(1);
     EXPECT_TRUE(told().empty());
 }
 
 TEST_F(AutoUpdateDownloadTest, cancelling_during_the_wait_cuts_it_short) {
     auto_update_waits.after_connect = LONG_WAIT;
     give_installer();
-    ASSERT_EQ(0, auto_update_download(dialog));
-    EXPECT_TRUE(wait_until([this] { return server.connections() == 1; }));
-    auto_update_cancel_download();
-    EXPECT_TRUE(wait_until([this] { return !file_is_there(); }));
-    auto_update_stop();
+    cancel_after(1);
     EXPECT_TRUE(told().empty());
 }
 
@@ -231,12 +233,7 @@ TEST_F(AutoUpdateDownloadTest, cancelling_while_the_signature_is_awaited_deletes
     http_client_limits.timeout = LONG_WAIT;
     give_installer();
     server.give(SIGNATURE_PATH, {http_wait_for_close()});
-    ASSERT_EQ(0, auto_update_download(dialog));
-    EXPECT_TRUE(wait_until([this] { return server.connections() == 2; }));
-    EXPECT_TRUE(file_is_there());
-    auto_update_cancel_download();
-    EXPECT_TRUE(wait_until([this] { return !file_is_there(); })) << "long before the time-out";
-    auto_update_stop();
+    cancel_after(2);
     EXPECT_FALSE(ended(told()));
 }
 

@@ -1,21 +1,17 @@
-#include "platform/thread.h"
 #include "tests/support/http_server.h"
 #include "tests/support/short_memory.h"
 #include "tests/support/test_folder.h"
 #include "update/http_client.h"
 #include "update/http_client_parts.h"
 
-#ifndef _WIN32
-#include "platform/posix/recorder.h"
-#endif
-
 #include <atomic>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <string>
-#include <string_view>
 
 #ifndef _WIN32
+#include "platform/posix/recorder.h"
+
 #include <sys/socket.h>
 #endif
 
@@ -26,16 +22,6 @@ static std::string downloaded(const std::string &url, std::int32_t expected = HT
     const std::string body = buffer != nullptr ? buffer : "";
     http_client_release(buffer);
     return body;
-}
-
-static bool append(void *context, const char *bytes, std::size_t size) {
-    static_cast<std::string *>(context)->append(bytes, size);
-    return true;
-}
-
-static void wait_for(const std::atomic<bool> &flag) {
-    while (!flag)
-        thread_sleep(1);
 }
 
 // A connection to a server that sends these bytes at once.
@@ -330,7 +316,7 @@ TEST(HttpClient, a_failed_connect_leaves_no_socket) {
 TEST(HttpClient, a_request_that_cannot_be_sent_whole_gives_4) {
     // Larger than the system takes while nobody reads; through a proxy the URL is sent as it is.
     std::atomic<bool> done = false;
-    HttpServer server({http_call([&] { wait_for(done); })});
+    HttpServer server({http_wait_for(done)});
     server.reads_requests = false;
     http_client_set_proxy({.access = NETWORK_NAMED_PROXY,
                            .proxies = "localhost:" + std::to_string(server.port),
@@ -349,7 +335,7 @@ TEST(HttpClient, a_request_that_cannot_be_sent_whole_gives_4) {
 
 TEST(HttpClient, reading_from_and_writing_to_a_connection_that_was_reset_gives_minus_1) {
     std::atomic<bool> connected = false; // else the reset may overtake that
-    Opened opened({http_call([&] { wait_for(connected); }), http_reset()});
+    Opened opened({http_wait_for(connected), http_reset()});
     connected = true;
     char byte;
     const std::int32_t got = http_client_tcp_read(&opened.connection, &byte, 1);
@@ -403,7 +389,7 @@ TEST(HttpClient, a_read_waits_as_long_as_its_time_out) {
 TEST(HttpClient, a_write_that_times_out_gives_0) {
     const std::uint32_t usual = http_client_limits.timeout;
     std::atomic<bool> done = false;
-    Opened opened({http_call([&] { wait_for(done); })});
+    Opened opened({http_wait_for(done)});
     http_client_limits.timeout = 20;
     const std::string much(1'000'000, 'x');
     std::int32_t sent = 0;
@@ -483,141 +469,4 @@ TEST(HttpClient, a_line_end_that_the_maximum_splits_is_none) {
     EXPECT_STREQ("abc\r", line);
     EXPECT_EQ(1, http_client_tcp_read_line(&opened.connection, line, 4));
     EXPECT_STREQ("\n", line);
-}
-
-// The body that a get reads, chunk by chunk.
-struct Chunks {
-    HttpServer server;
-    HttpConnection connection;
-    std::int64_t length = -1;
-    std::string bytes;
-    HttpSink sink{.write = append, .context = &bytes};
-
-    explicit Chunks(const HttpScript &script) : server(script) {
-        EXPECT_EQ(HTTP_OK, http_client_download_to_disk_chunked_open(server.url().c_str(),
-                                                                     &connection, &length));
-    }
-    ~Chunks() {
-        http_client_close(&connection);
-    }
-    std::int64_t get(std::int64_t count) {
-        return http_client_download_to_disk_chunked_get(count, &connection, sink);
-    }
-};
-
-TEST(HttpClient, a_body_is_read_in_chunks_until_it_ends) {
-    Chunks chunks(http_answer("1234567"));
-    EXPECT_EQ(7, chunks.length);
-    EXPECT_EQ(3, chunks.get(3));
-    EXPECT_EQ("123", chunks.bytes);
-    EXPECT_EQ(3, chunks.get(3));
-    EXPECT_EQ(1, chunks.get(3));
-    EXPECT_EQ("1234567", chunks.bytes);
-    EXPECT_EQ(0, chunks.get(3));
-}
-
-TEST(HttpClient, a_chunk_of_0_reads_one_byte) {
-    Chunks chunks(http_answer("12"));
-    EXPECT_EQ(1, chunks.get(0));
-    EXPECT_EQ(1, chunks.get(-1));
-    EXPECT_EQ(0, chunks.get(0));
-    EXPECT_EQ("12", chunks.bytes);
-}
-
-TEST(HttpClient, chunks_go_on_beyond_Content_Length) {
-    Chunks chunks({http_send(http_head(2) + "12345")});
-    EXPECT_EQ(2, chunks.length);
-    EXPECT_EQ(5, chunks.get(100));
-}
-
-TEST(HttpClient, without_Content_Length_the_length_is_0) {
-    Chunks chunks({http_send(http_head() + "12")});
-    EXPECT_EQ(0, chunks.length);
-    EXPECT_EQ(2, chunks.get(100));
-}
-
-TEST(HttpClient, a_Content_Length_that_needs_more_than_32_bits_is_told_as_it_is) {
-    Chunks chunks({http_send(http_head(5'000'000'000))});
-    EXPECT_EQ(5'000'000'000, chunks.length);
-}
-
-TEST(HttpClient, a_head_without_Content_Length_and_one_that_never_came_leave_a_length_of_0) {
-    static constexpr std::string_view HEAD = "HTTP/1.1 200 OK\r\n\r\n";
-    HttpConnection connection;
-    HEAD.copy(connection.buffer, HEAD.size());
-    connection.last = HEAD.size();
-    std::int64_t length = 7;
-    EXPECT_EQ(HTTP_OK, http_client_read_head(&connection, &length));
-    EXPECT_EQ(0, length);
-    length = 7;
-    EXPECT_EQ(HTTP_BAD_URL,
-              http_client_download_to_disk_chunked_open("https://host/", &connection, &length));
-    EXPECT_EQ(0, length);
-}
-
-TEST(HttpClient, a_chunk_larger_than_any_buffer_is_filled_whole) {
-    Chunks chunks({http_send(http_head()), http_repeat("0123456789", 50'000)});
-    EXPECT_EQ(300'001, chunks.get(300'001));
-    EXPECT_EQ(199'999, chunks.get(300'001));
-    EXPECT_EQ('0', chunks.bytes.front());
-    EXPECT_EQ('9', chunks.bytes.back());
-}
-
-TEST(HttpClient, a_chunk_ends_with_a_time_out_and_the_next_one_goes_on) {
-    const std::uint32_t usual = http_client_limits.timeout;
-    std::atomic<bool> timed_out = false;
-    Chunks chunks({http_send(http_head(6) + "123"), http_call([&] { wait_for(timed_out); }),
-                   http_send("456")});
-    EXPECT_EQ(3, chunks.get(3));
-    http_client_limits.timeout = 20;
-    EXPECT_EQ(0, chunks.get(3));
-    http_client_limits.timeout = usual;
-    timed_out = true;
-    EXPECT_EQ(3, chunks.get(3));
-    EXPECT_EQ("123456", chunks.bytes);
-}
-
-static bool refuse(void *context, const char *, std::size_t) {
-    ++*static_cast<int *>(context);
-    return false;
-}
-
-TEST(HttpClient, a_write_that_fails_ends_the_chunk_and_all_that_follow) {
-    Chunks chunks(http_answer("123456"));
-    EXPECT_EQ(2, chunks.get(2));
-    int refused = 0;
-    const HttpSink sink{.write = refuse, .context = &refused};
-    EXPECT_EQ(0, http_client_download_to_disk_chunked_get(2, &chunks.connection, sink));
-    EXPECT_EQ(1, refused);
-    EXPECT_EQ(0, chunks.get(2));
-    EXPECT_EQ("12", chunks.bytes);
-}
-
-TEST(HttpClient, closing_twice_or_never_opened_is_harmless) {
-    HttpConnection connection;
-    http_client_close(&connection);
-    HttpServer server(http_answer("x"));
-    std::int64_t length;
-    EXPECT_EQ(HTTP_OK, http_client_download_to_disk_chunked_open(server.url().c_str(), &connection,
-                                                                 &length));
-    http_client_close(&connection);
-    http_client_close(&connection);
-    EXPECT_EQ(NETWORK_NO_SOCKET, connection.socket);
-}
-
-TEST(HttpClient, a_connection_may_be_used_again_and_keeps_nothing_of_the_first_answer) {
-    HttpServer server;
-    server.scripts["/one"] = {http_send(http_head(100) + "1\r\n1")};
-    server.scripts["/two"] = http_answer("22");
-    HttpConnection connection;
-    std::int64_t length;
-    std::string bytes;
-    EXPECT_EQ(HTTP_OK, http_client_download_to_disk_chunked_open(server.url("/one").c_str(),
-                                                                 &connection, &length));
-    EXPECT_EQ(HTTP_OK, http_client_download_to_disk_chunked_open(server.url("/two").c_str(),
-                                                                 &connection, &length));
-    EXPECT_EQ(2, length);
-    EXPECT_EQ(2, http_client_download_to_disk_chunked_get(100, &connection, {append, &bytes}));
-    EXPECT_EQ("22", bytes);
-    http_client_close(&connection);
 }

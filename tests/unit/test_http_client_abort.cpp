@@ -1,4 +1,3 @@
-#include "platform/thread.h"
 #include "tests/support/http_server.h"
 #include "tests/support/test_folder.h"
 #include "update/http_client.h"
@@ -21,7 +20,7 @@ static bool count(void *context, const char *, std::size_t size) {
 struct HttpClientAbort : testing::Test {
     HttpConnection connection;
     std::int64_t length;
-    std::atomic<bool> opened = false;
+    std::atomic<bool> opened = false; // the client has read the head
     std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
 
     void TearDown() override {
@@ -34,13 +33,6 @@ struct HttpClientAbort : testing::Test {
     }
     HttpStep abort_now() {
         return http_call([this] { http_client_abort(&connection); });
-    }
-    // The server goes on when the client has read the head.
-    HttpStep wait_until_opened() {
-        return http_call([this] {
-            while (!opened)
-                thread_sleep(1);
-        });
     }
     // All of the body that comes, and the connection closed.
     std::int64_t get_all() {
@@ -76,7 +68,7 @@ TEST_F(HttpClientAbort, a_head_that_the_abort_cuts_short_gives_5_although_its_en
 }
 
 TEST_F(HttpClientAbort, a_wait_for_the_body_ends_the_chunk) {
-    HttpServer server({http_send(http_head(100) + "123"), wait_until_opened(), abort_now(),
+    HttpServer server({http_send(http_head(100) + "123"), http_wait_for(opened), abort_now(),
                        http_wait_for_close()});
     ASSERT_EQ(HTTP_OK, open(server.url()));
     EXPECT_LE(get_all(), 3);
@@ -84,14 +76,14 @@ TEST_F(HttpClientAbort, a_wait_for_the_body_ends_the_chunk) {
 
 // It may be reported as something to receive, which would then keep the thread until the time-out.
 TEST_F(HttpClientAbort, a_wait_for_the_body_ends_the_chunk_although_urgent_data_have_come) {
-    HttpServer server({http_send(http_head(100)), http_send_urgent('!'), wait_until_opened(),
+    HttpServer server({http_send(http_head(100)), http_send_urgent('!'), http_wait_for(opened),
                        abort_now(), http_wait_for_close()});
     ASSERT_EQ(HTTP_OK, open(server.url()));
     EXPECT_EQ(0, get_all());
 }
 
 TEST_F(HttpClientAbort, a_body_without_end_ends) {
-    HttpServer server({http_send(http_head()), wait_until_opened(), http_repeat("x", 20'000'000),
+    HttpServer server({http_send(http_head()), http_wait_for(opened), http_repeat("x", 20'000'000),
                        abort_now(), http_repeat("x", std::int64_t{1} << 50)});
     ASSERT_EQ(HTTP_OK, open(server.url()));
     EXPECT_LT(get_all(), http_client_limits.disk_bytes);

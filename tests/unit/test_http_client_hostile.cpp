@@ -1,6 +1,5 @@
 // Servers that break off, lie, never end or say nothing. Whatever they do, a download ends with the
 // code it has for that, within its time-out, with what arrived and with bounded memory.
-#include "platform/thread.h"
 #include "tests/support/http_server.h"
 #include "tests/support/short_memory.h"
 #include "tests/support/test_folder.h"
@@ -33,9 +32,14 @@ struct Hostile {
 };
 
 // Most answers end both downloads alike.
+static Hostile same(const char *name, const HttpScript &script, std::int32_t code,
+                    const std::string &body = "") {
+    return {name, script, code, code == HTTP_OK ? body : "", code, body};
+}
+
 static Hostile same(const char *name, const std::string &answer, std::int32_t code,
                     const std::string &body = "") {
-    return {name, {http_send(answer)}, code, code == HTTP_OK ? body : "", code, body};
+    return same(name, HttpScript{http_send(answer)}, code, body);
 }
 
 static Hostile with_length(const char *name, const std::string &lines, std::int32_t memory,
@@ -54,7 +58,15 @@ static Hostile silent(const char *name, const std::string &answer, std::int32_t 
 
 static Hostile endless(const char *name, const std::string &start, const std::string &repeated,
                        std::int32_t code) {
-    return {name, {http_send(start), http_repeat(repeated, ENDLESS)}, code, "", code, ""};
+    return same(name, {http_send(start), http_repeat(repeated, ENDLESS)}, code);
+}
+
+// On disk it ends with the bound, and a file that could not be written.
+static Hostile endless_body(const char *name, const std::string &head, std::int32_t memory,
+                            const std::string &in_memory) {
+    return {name,   {http_send(head), http_repeat("x", ENDLESS)},
+            memory, in_memory,
+            10,     std::string(DISK_BYTES, 'x')};
 }
 
 static std::string filler(std::size_t length) {
@@ -89,26 +101,15 @@ static const Hostile CLOSED[] = {
 };
 
 static const Hostile SPLIT[] = {
-    {"one_byte_at_a_time", {http_send_bytewise(http_head(5) + "12345")}, 0, "12345", 0, "12345"},
-    {"one_byte_at_a_time_without_length",
-     {http_send_bytewise(http_head() + "12345")},
-     0,
-     "12345",
-     0,
-     "12345"},
-    {"one_byte_at_a_time_and_too_short",
-     {http_send_bytewise(http_head(5) + "1234")},
-     9,
-     "",
-     9,
-     "1234"},
-    {"line_ends_in_two_pieces",
-     {http_send("HTTP/1.1 200 OK\r"), http_send("\nContent-Length: 5\r"), http_send("\n\r"),
-      http_send("\n1234"), http_send("5")},
-     0,
-     "12345",
-     0,
-     "12345"},
+    same("one_byte_at_a_time", {http_send_bytewise(http_head(5) + "12345")}, 0, "12345"),
+    same("one_byte_at_a_time_without_length", {http_send_bytewise(http_head() + "12345")}, 0,
+         "12345"),
+    same("one_byte_at_a_time_and_too_short", {http_send_bytewise(http_head(5) + "1234")}, 9,
+         "1234"),
+    same("line_ends_in_two_pieces",
+         {http_send("HTTP/1.1 200 OK\r"), http_send("\nContent-Length: 5\r"), http_send("\n\r"),
+          http_send("\n1234"), http_send("5")},
+         0, "12345"),
 };
 
 static const Hostile STATUS[] = {
@@ -197,31 +198,15 @@ static const Hostile BODIES[] = {
          "\x1f\x8b\0\0"s),
     same("a_second_answer_belongs_to_the_body", http_head() + "1" + http_head() + "2", 0,
          "1" + http_head() + "2"),
-    {"a_body_without_end",
-     {http_send(http_head()), http_repeat("x", ENDLESS)},
-     0,
-     std::string(1024 * 1024, 'x'),
-     10,
-     std::string(DISK_BYTES, 'x')},
-    {"a_body_without_end_beyond_its_length",
-     {http_send(http_head(5)), http_repeat("x", ENDLESS)},
-     0,
-     "xxxxx",
-     10,
-     std::string(DISK_BYTES, 'x')},
-    {"a_body_without_end_of_1_GB",
-     {http_send(http_head(1'000'000'000)), http_repeat("x", ENDLESS)},
-     8,
-     "",
-     10,
-     std::string(DISK_BYTES, 'x')},
+    endless_body("a_body_without_end", http_head(), 0, std::string(1024 * 1024, 'x')),
+    endless_body("a_body_without_end_beyond_its_length", http_head(5), 0, "xxxxx"),
+    endless_body("a_body_without_end_of_1_GB", http_head(1'000'000'000), 8, ""),
 };
 
 // Nothing asks for urgent data: the byte is lost, and everything around it is read as without it.
 static Hostile urgent_between(const char *name, const std::string &before,
                               const std::string &after) {
-    return {name,   {http_send(before), http_send_urgent('!'), http_send(after)}, 0, "12345", 0,
-            "12345"};
+    return same(name, {http_send(before), http_send_urgent('!'), http_send(after)}, 0, "12345");
 }
 
 static const Hostile URGENT[] = {
@@ -238,13 +223,9 @@ static const Hostile URGENT[] = {
      "123",
      0,
      "12345"},
-    {"an_urgent_byte_does_not_make_up_for_a_missing_one",
-     {http_send(http_head(5) + "1234"), http_send_urgent('5')},
-     9,
-     "",
-     9,
-     "1234"},
-    {"an_urgent_byte_is_no_status_line", {http_send_urgent('H')}, 5, "", 5, ""},
+    same("an_urgent_byte_does_not_make_up_for_a_missing_one",
+         {http_send(http_head(5) + "1234"), http_send_urgent('5')}, 9, "1234"),
+    same("an_urgent_byte_is_no_status_line", HttpScript{http_send_urgent('H')}, 5),
 };
 
 static const Hostile WITHOUT_END[] = {
@@ -387,11 +368,7 @@ static bool count(void *context, const char *, std::size_t size) {
 
 TEST(HttpClientHostileReset, a_connection_that_is_reset_in_the_body_ends_it) {
     std::atomic<bool> opened = false;
-    HttpServer server({http_send(http_head(5) + "123"), http_call([&] {
-                           while (!opened)
-                               thread_sleep(1);
-                       }),
-                       http_reset()});
+    HttpServer server({http_send(http_head(5) + "123"), http_wait_for(opened), http_reset()});
     HttpConnection connection;
     std::int64_t length, bytes = 0;
     EXPECT_EQ(HTTP_OK, http_client_download_to_disk_chunked_open(server.url().c_str(), &connection,

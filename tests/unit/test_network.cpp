@@ -1,6 +1,5 @@
 #include "platform/network.h"
 
-#include "platform/thread.h"
 #include "tests/support/http_server.h"
 
 #include <atomic>
@@ -111,11 +110,8 @@ TEST_F(Connected, a_receive_that_times_out_says_so) {
 
 TEST_F(Network, urgent_data_are_neither_waited_for_nor_received) {
     std::atomic<bool> looked = false;
-    HttpServer server({http_send_urgent('!'), http_call([&] {
-                           while (!looked)
-                               thread_sleep(1);
-                       }),
-                       http_send("abc"), http_wait_for_close()});
+    HttpServer server(
+        {http_send_urgent('!'), http_wait_for(looked), http_send("abc"), http_wait_for_close()});
     server.reads_requests = false;
     const NetworkSocket socket = connected_to(server);
     EXPECT_FALSE(network_wait(socket, NetworkWait::ToReceive, 200));
