@@ -21,8 +21,8 @@ PACKAGES_BUILD="ca-certificates ccache cmake g++ g++-mingw-w64-i686 g++-mingw-w6
   libegl-dev libfreetype-dev libgl-dev libgl1-mesa-dri libglu1-mesa-dev libssl-dev ninja-build pkg-config"
 # Wine's signatures are those of libgnutls30, which it only recommends.
 PACKAGES_RUN="debootstrap fonts-wine imagemagick libgnutls30 openbox wine64 x11-utils xdotool xvfb"
-PACKAGES_TEST="clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev python3 python3-pil
-  python3-pytest"
+PACKAGES_TEST="clang-14 clang-format-14 clang-tidy-14 iproute2 libclang-rt-14-dev python3
+  python3-pil python3-pytest"
 PACKAGES_BENCH="libbenchmark-dev libcurl4-openssl-dev libpugixml-dev libtinyobjloader-dev python3"
 PACKAGES_ARTWORK="icoutils librsvg2-bin"
 

@@ -144,9 +144,10 @@ def window_texts():
 class Orvanel:
     """One running instance."""
 
-    def __init__(self, *arguments):
+    def __init__(self, *arguments, through=()):
+        """through: a command that runs the one behind it."""
         self.process = subprocess.Popen(
-            [str(WINE), str(PROGRAM_FOLDER / "orvanel.exe"), *arguments], cwd=PROGRAM_FOLDER
+            [*through, str(WINE), str(PROGRAM_FOLDER / "orvanel.exe"), *arguments], cwd=PROGRAM_FOLDER
         )
         self.window = None
 

@@ -23,6 +23,7 @@ from orvanel import (
     write_page,
     xdotool,
 )
+from packets import ALONE, network_alone, packets_sent
 from update_server import BROWSER_KEY, SETTINGS_KEY, RegistryValue, UpdateServer, answers_during
 
 TOOLS = PROGRAM_FOLDER / "tests"
@@ -228,13 +229,28 @@ def test_the_offer_waits_until_a_menu_is_closed(vendor):
         assert quit_program(program) == 0
 
 
+def packets_of_a_run(seconds):
+    with network_alone(), Orvanel(through=ALONE).wait_ready() as program:
+        time.sleep(seconds)
+        assert dialog_window() is None
+        sent = packets_sent()
+        assert quit_program(program) == 0
+    return sent
+
+
 def test_with_check_for_updates_0_there_is_no_network_traffic_at_all(vendor):
     write_options(check_for_updates=0)
+    assert packets_of_a_run(TIME_OF_CHECK + 4) == 0
     with Orvanel().wait_ready() as program:
         time.sleep(TIME_OF_CHECK + 4)
         assert dialog_window() is None
         assert quit_program(program) == 0
     assert vendor.connections == 0
+
+
+def test_with_check_for_updates_1_the_same_count_of_packets_is_not_0(vendor):
+    assert packets_of_a_run(TIME_OF_CHECK + 4) > 0
+    assert vendor.connections == 0, "the vendor is not in that network"
 
 
 def test_a_download_that_breaks_off_midway_deletes_the_file_and_opens_the_download_page(vendor):
