@@ -68,6 +68,7 @@ struct Recorder {
     std::int32_t name_lookups;    // of hosts by their names
     std::int32_t address_lookups; // of the hosts of addresses
     std::int32_t connects;        // begun
+    std::int32_t sends;           // calls
     bool addresses_unknown;       // no address has a host
     bool proxy_missing;           // the system tells no proxy setting
     ProxySetting proxy;

@@ -55,6 +55,16 @@ TEST(HttpClient, the_request_is_exactly_this) {
               server.requests[0]);
 }
 
+#ifndef _WIN32
+TEST(HttpClient, the_request_is_sent_with_a_single_send) {
+    HttpServer server; // sends nothing
+    downloaded(server.url(), HTTP_NO_STATUS);
+    server.stop();
+    EXPECT_EQ(1u, server.requests.size());
+    EXPECT_EQ(1, recorder.sends);
+}
+#endif
+
 TEST(HttpClient, all_three_downloads_send_the_same_request) {
     HttpServer server(http_answer("x"));
     TestFolder folder;

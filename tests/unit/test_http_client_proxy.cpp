@@ -27,22 +27,25 @@ static void set_bypass_entries(std::initializer_list<const char *> entries) {
         text_copy(proxy_bypass_list[proxy_bypass_list_total++], entry);
 }
 
-TEST(HttpClientProxy,
-     a_per_protocol_proxy_list_gives_the_proxy_of_http_and_a_plain_entry_without_a_port_gives_80) {
+TEST(
+    HttpClientProxy,
+    a_per_protocol_proxy_list_http_proxy_8080_https_proxy_8443_gives_the_proxy_host_proxy_and_the_port_8080_a_plain_proxy_entry_without_a_port_gives_port_80) {
     set_proxy("http=proxy:8080;https=proxy:8443");
     EXPECT_EQ("proxy:8080", proxy());
     set_proxy("proxy");
     EXPECT_EQ("proxy:80", proxy());
 }
 
-TEST(HttpClientProxy, a_bypass_string_local_alone_keeps_the_flag_at_1_and_stores_one_entry) {
+TEST(HttpClientProxy,
+     a_bypass_string_local_alone_keeps_proxy_bypass_local_at_1_and_stores_one_entry) {
     set_proxy("proxy", "<local>");
     EXPECT_EQ(1, proxy_bypass_local);
     ASSERT_EQ(1, proxy_bypass_list_total);
     EXPECT_STREQ("<local>", proxy_bypass_list[0]);
 }
 
-TEST(HttpClientProxy, a_bypass_string_star_lan_local_clears_the_flag_and_stores_only_local) {
+TEST(HttpClientProxy,
+     a_bypass_string_lan_local_clears_proxy_bypass_local_and_stores_only_the_local_entry) {
     set_proxy("proxy", "*.lan;<local>");
     EXPECT_EQ(0, proxy_bypass_local);
     ASSERT_EQ(1, proxy_bypass_list_total);
