@@ -3,11 +3,10 @@
 
 #include "scene/scene_page.h"
 
-#include "assets/model.h"
-#include "page/options.h"
 #include "platform/locations.h"
 #include "platform/text.h"
 #include "tests/support/test_folder.h"
+#include "tests/unit/empty_scene.h"
 
 #include <gtest/gtest.h>
 
@@ -21,23 +20,10 @@ struct SceneLoadTest : testing::Test {
     SceneLoadTest() {
         text_copy(page_dir_location, folder.path);
         text_copy(object_dir_location, folder.path);
-        options_set_defaults();
-        model_init();
-        node_init_nodes();
-        template_object_init();
-        node_total = 0;
-        line_init();
-        scene_stack_depth = 0;
-        scene_floor = {};
+        empty_scene_init();
     }
     ~SceneLoadTest() override {
-        node_free_nodes();
-        template_object_free();
-        template_object.empty = 1;
-        model_unload_models();
-        models_total = 0;
-        node_total = 0;
-        line_init();
+        empty_scene_free();
         page_dir_location[0] = object_dir_location[0] = '\0';
     }
 };

@@ -4,15 +4,11 @@
 #include "scene/scene_text.h"
 
 #include "assets/tex_font.h"
-#include "page/node.h"
-#include "page/options.h"
 #include "platform/gl.h"
 #include "platform/text.h"
 #include "scene/gl_util.h"
-#include "scene/interaction.h"
-#include "scene/scene.h"
-#include "scene/scene_page.h"
 #include "tests/support/drawn_bounds.h"
+#include "tests/unit/empty_scene.h"
 
 #include <gtest/gtest.h>
 
@@ -23,14 +19,9 @@ struct SceneText : testing::Test {
     GlContext context{500, 400};
 
     void SetUp() override {
-        options_set_defaults();
-        interaction_init();
-        node_init_nodes();
-        node_total = 0;
-        scene_stack_depth = 0;
+        empty_scene_init();
         screen_size_x = 1024;
         screen_size_y = 768;
-        scene_floor = {};
         scene_resize(500, 400);
         scene_floor.view_left = scene_floor.view_bottom = -20.0f;
         scene_floor.view_right = scene_floor.view_top = 20.0f;
@@ -41,6 +32,7 @@ struct SceneText : testing::Test {
     }
     void TearDown() override {
         scene_fonts_stop();
+        empty_scene_free();
     }
     static void use_texture_fonts(bool texture) {
         orvanel_options.text_shadows = texture ? 1 : 0;

@@ -1,7 +1,7 @@
 #include "scene/scene_page.h"
 
-#include "assets/model.h"
 #include "platform/text.h"
+#include "tests/unit/empty_scene.h"
 
 #include <gtest/gtest.h>
 
@@ -9,21 +9,12 @@
 
 struct SceneTemplateTest : testing::Test {
     SceneTemplateTest() {
-        model_init();
-        node_init_nodes();
-        template_object_init();
-        node_total = 0;
-        scene_stack_depth = 0;
+        empty_scene_init();
         for (SceneStackEntry &entry : scene_stack)
             entry.template_object.empty = 1;
     }
     ~SceneTemplateTest() override {
-        node_free_nodes();
-        template_object_free();
-        model_unload_models();
-        models_total = 0;
-        node_total = 0;
-        scene_stack_depth = 0;
+        empty_scene_free();
     }
 };
 
