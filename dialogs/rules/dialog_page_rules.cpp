@@ -5,6 +5,7 @@
 #include "editing/undo.h"
 #include "page/node.h"
 #include "page/page_file.h"
+#include "platform/files.h"
 #include "platform/letters.h"
 #include "platform/locations.h"
 #include "platform/text.h"
@@ -12,6 +13,7 @@
 #include "scene/scene_page.h"
 
 #include <algorithm>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -108,8 +110,17 @@ void dialog_page_generate_valid_filename(const char *name, char (&file_name)[PAT
         number_file_name(file_name);
 }
 
+static bool is_in_missing_folder(const char *file_name) {
+    const char *last = std::strrchr(file_name, '\\');
+    if (last == nullptr)
+        return false; // in the page folder
+    char folder[PATH_SIZE];
+    text_copy_limit(folder, static_cast<std::size_t>(last - file_name) + 1, file_name);
+    return !folder_exists(folder);
+}
+
 const char *dialog_page_browse_start(const char *file_name) {
-    return file_name[0] == '$' ? "" : file_name;
+    return file_name[0] == '$' || is_in_missing_folder(file_name) ? "" : file_name;
 }
 
 static bool same_letter(char a, char b) {

@@ -54,7 +54,8 @@ std::int32_t dialog_page_first_entry();
 // name was dropped, since it is looked for by the length of the name as it was typed.
 void dialog_page_generate_valid_filename(const char *name, char (&file_name)[PATH_SIZE]);
 
-// Name to start looking for another file with: none when it begins with a variable.
+// Name to start looking for another file with: none when it begins with a variable or its folder is
+// not there, so that the search starts in the page folder.
 const char *dialog_page_browse_start(const char *file_name);
 
 // What stands in the field for a file chosen: without the page folder where it lies in that.

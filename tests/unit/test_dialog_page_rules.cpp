@@ -140,6 +140,16 @@ TEST_F(PageDialog, a_file_name_that_begins_with_a_variable_is_no_place_to_start_
     EXPECT_STREQ(dialog_page_browse_start(""), "");
 }
 
+TEST_F(PageDialog, a_folder_that_is_not_there_is_no_place_to_start_from) {
+    folder_create(folder.file("below").c_str());
+    folder.write("below/x.orvl", "");
+    const std::string there = folder.file("below\\x.orvl");
+    const std::string gone_file = folder.file("below\\gone.orvl");
+    EXPECT_EQ(dialog_page_browse_start(there.c_str()), there);
+    EXPECT_EQ(dialog_page_browse_start(gone_file.c_str()), gone_file);
+    EXPECT_STREQ(dialog_page_browse_start(folder.file("gone\\x.orvl").c_str()), "");
+}
+
 // ---- opening
 
 TEST_F(PageDialog, a_new_page_opens_with_empty_fields_and_the_box_not_checked) {
