@@ -5,9 +5,8 @@
 #ifndef _WIN32
 #include "platform/posix/drives.h"
 #include "platform/posix/recorder.h"
+#include "tests/support/full_disk.h"
 
-#include <csignal>
-#include <sys/resource.h>
 #include <unistd.h>
 #endif
 
@@ -262,14 +261,8 @@ TEST_F(AutoUpdateDownloadTest, a_file_that_somebody_else_changed_is_not_started)
 
 TEST_F(AutoUpdateDownloadTest, a_disk_that_is_full_fails_the_download) {
     give_installer();
-    rlimit usual;
-    ASSERT_EQ(0, getrlimit(RLIMIT_FSIZE, &usual));
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small = {1000, usual.rlim_max};
-    ASSERT_EQ(0, setrlimit(RLIMIT_FSIZE, &small));
+    const FullDisk disk(1000);
     const std::vector<Step> all = download();
-    EXPECT_EQ(0, setrlimit(RLIMIT_FSIZE, &usual));
-    std::signal(SIGXFSZ, handler);
     EXPECT_EQ(AUTO_UPDATE_FAILED, all.back().first);
     EXPECT_LE(all.size(), 1u + 6 + 1);
     EXPECT_FALSE(file_is_there());

@@ -12,9 +12,8 @@
 static constexpr char LINE_END[] = "\r\n";
 #else
 #include "platform/posix/drives.h"
+#include "tests/support/full_disk.h"
 
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 static constexpr char LINE_END[] = "\n";
@@ -293,26 +292,10 @@ TEST(Files, a_path_longer_than_the_program_can_hold_names_nothing) {
 }
 
 #ifndef _WIN32
-// As on a full disk: no file may grow beyond this many bytes.
-struct FileSizeLimit {
-    rlimit before = {};
-
-    explicit FileSizeLimit(rlim_t bytes) {
-        signal(SIGXFSZ, SIG_IGN); // writing fails instead of ending the program
-        getrlimit(RLIMIT_FSIZE, &before);
-        const rlimit limit = {bytes, before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &before);
-        signal(SIGXFSZ, SIG_DFL);
-    }
-};
-
 TEST(Files, a_text_that_finds_no_room_leaves_the_old_file_and_nothing_beside_it) {
     TestFolder folder;
     const std::string path = folder.write("page.orvl", "old");
-    const FileSizeLimit limit(1000);
+    const FullDisk disk(1000);
     EXPECT_EQ(1, file_replace_text(path.c_str(), std::string(5000, 'x')));
     EXPECT_EQ("old", folder.read("page.orvl"));
     EXPECT_EQ(2, file_create_text(folder.file("new").c_str(), std::string(5000, 'x')));

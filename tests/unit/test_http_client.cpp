@@ -11,6 +11,7 @@
 
 #ifndef _WIN32
 #include "platform/posix/recorder.h"
+#include "tests/support/full_disk.h"
 
 #include <sys/socket.h>
 #endif
@@ -170,6 +171,18 @@ TEST(HttpClient, a_file_that_cannot_be_created_gives_10) {
         10, http_client_download_to_disk(server.url().c_str(), folder.file("missing\\x").c_str()));
 }
 
+#ifndef _WIN32
+TEST(HttpClient, a_disk_that_is_full_gives_10_and_nothing_is_written_after_that) {
+    HttpServer server(http_answer(std::string(200'000, 'x')));
+    TestFolder folder;
+    {
+        const FullDisk disk(1000);
+        EXPECT_EQ(10, http_client_download_to_disk(server.url().c_str(), folder.file("x").c_str()));
+    }
+    EXPECT_EQ(std::string(1000, 'x'), folder.read("x"));
+}
+#endif
+
 TEST(HttpClient, no_file_is_made_before_the_server_has_said_200) {
     HttpServer server({http_send("HTTP/1.1 404 Not Found\r\n\r\n")});
     TestFolder folder;
@@ -194,6 +207,14 @@ TEST(HttpClient, a_body_buffer_that_cannot_be_allocated_gives_8) {
     HttpServer server(http_answer("x"));
     ShortMemory memory(1);
     downloaded(server.url(), 8);
+}
+
+TEST(HttpClient, a_body_that_cannot_be_read_leaves_no_buffer) {
+    HttpConnection connection;
+    char byte;
+    char *buffer = &byte;
+    EXPECT_EQ(8, http_client_read_body(&connection, HTTP_MEMORY_LIMIT + 1, &buffer));
+    EXPECT_EQ(nullptr, buffer);
 }
 
 TEST(HttpClient, memory_is_asked_for_once_with_one_byte_more_than_announced_or_than_1_MiB) {

@@ -21,10 +21,21 @@ static std::string proxy() {
     return proxy_host + (":" + std::to_string(proxy_port));
 }
 
+// Before any test.
+static const std::string PROXY_AT_FIRST = proxy();
+static const std::int32_t BYPASS_LOCAL_AT_FIRST = proxy_bypass_local;
+static const std::int32_t BYPASS_LIST_TOTAL_AT_FIRST = proxy_bypass_list_total;
+
 static void set_bypass_entries(std::initializer_list<const char *> entries) {
     proxy_bypass_list_total = 0;
     for (const char *entry : entries)
         text_copy(proxy_bypass_list[proxy_bypass_list_total++], entry);
+}
+
+TEST(HttpClientProxy, at_first_there_is_no_proxy_and_proxy_bypass_local_starts_as_1) {
+    EXPECT_EQ(":80", PROXY_AT_FIRST);
+    EXPECT_EQ(1, BYPASS_LOCAL_AT_FIRST);
+    EXPECT_EQ(0, BYPASS_LIST_TOTAL_AT_FIRST);
 }
 
 TEST(
