@@ -6,7 +6,6 @@
 #include "platform/thread.h"
 
 #include <algorithm>
-#include <cstring>
 #include <span>
 #include <string_view>
 
@@ -34,7 +33,6 @@ static constexpr std::size_t NAME_TAG_LENGTH = sizeof NAME_TAG - 1;
 static constexpr std::size_t CATEGORY_TAG_LENGTH = sizeof CATEGORY_TAG - 1;
 
 static Thread *background_thread;
-static char background_folder[PATH_SIZE]; // handed to the thread
 static std::atomic<bool> stop_requested;
 
 // ---- names
@@ -111,10 +109,10 @@ static void read_header(std::string_view text, ObjectFile *entry) {
 }
 
 // True when the file can be opened; the entry is filled then.
-static bool read_entry(const char *folder, const char *file, ObjectFile *entry) {
+static bool read_entry(const char *file, ObjectFile *entry) {
     static_assert(sizeof entry->path == PATH_LIMIT + 1);
     text_copy(entry->file, file);
-    text_copy(entry->path, folder);
+    text_copy(entry->path, object_dir_location);
     text_append(entry->path, file);
     char bytes[HEADER_LINES * (LINE_LENGTH + 1)];
     const long long size = file_read_start(entry->path, bytes);
@@ -137,36 +135,44 @@ static void reset_tables() {
     object_catagory_total = CATAGORY_FIXED;
 }
 
+// The folder beside the program, as start-up has found it. It is written only when it is another
+// one: the main thread may be reading a model from it.
+static void find_folder() {
+    if (exe_location[0] == '\0')
+        return; // start-up has not looked yet
+    char folder[PATH_SIZE];
+    text_format(folder, sizeof folder, "%smodels\\", exe_location);
+    if (!text_equal(folder, object_dir_location))
+        text_copy(object_dir_location, folder);
+}
+
 // False when it was given up.
-static bool scan(const char *folder) {
+static bool scan() {
     reset_tables();
+    find_folder();
     char pattern[PATH_SIZE];
-    text_format(pattern, sizeof pattern, "%s*.obj", folder);
+    text_format(pattern, sizeof pattern, "%s*.obj", object_dir_location);
     const FolderScanHandle handle = folder_scan_open(pattern);
     FolderEntry found;
     while (handle && object_files_total < OBJECT_FILES_CAPACITY &&
            folder_scan_next(handle.get(), &found)) {
         if (stop_requested)
             return false;
-        if (!found.is_folder && read_entry(folder, found.name, &object_files[object_files_total]))
+        if (!found.is_folder && read_entry(found.name, &object_files[object_files_total]))
             object_files_total++;
     }
     return true;
 }
 
 // Of several callers one scans and the others wait for it.
-static void load(const char *folder) {
+void object_files_load() {
     std::int32_t state = CATALOGUE_NOT_STARTED;
     if (object_files_loaded_flag.compare_exchange_strong(state, CATALOGUE_RUNNING)) {
-        object_files_loaded_flag = scan(folder) ? CATALOGUE_LOADED : CATALOGUE_NOT_STARTED;
+        object_files_loaded_flag = scan() ? CATALOGUE_LOADED : CATALOGUE_NOT_STARTED;
         return;
     }
     while (object_files_loaded_flag == CATALOGUE_RUNNING)
         thread_sleep(POLL_TIME);
-}
-
-void object_files_load() {
-    load(object_dir_location);
 }
 
 bool object_files_loaded() {
@@ -175,22 +181,8 @@ bool object_files_loaded() {
 
 // ---- life
 
-// The folder beside the program, unless start-up has told it already. The scan itself leaves it
-// alone: the main thread reads models from it meanwhile.
-static void find_folder() {
-    char program[PATH_SIZE];
-    if (object_dir_location[0] != '\0' || location_program_file(program, sizeof program) != 0)
-        return;
-    char *backslash = std::strrchr(program, '\\');
-    if (backslash == nullptr)
-        return;
-    backslash[1] = '\0';
-    text_format(object_dir_location, sizeof object_dir_location, "%smodels\\", program);
-}
-
 void object_files_init() {
     object_files_stop();
-    find_folder();
     stop_requested = false;
     object_files_loaded_flag = CATALOGUE_NOT_STARTED;
     last_host_model_used = OBJECT_NONE;
@@ -199,19 +191,25 @@ void object_files_init() {
 
 static void object_files_thread_func() {
     if (thread_sleep_unless(stop_requested, START_DELAY))
-        load(background_folder);
+        object_files_load();
 }
 
 // When the system has no thread to give, the first dialog that needs the catalogue scans.
 void object_files_background_load() {
-    text_copy(background_folder, object_dir_location);
     background_thread = thread_start(object_files_thread_func);
 }
 
+// The thread of a dialog that waits for the catalogue may be the one that scans.
+static void wait_for_other_scan() {
+    for (std::uint32_t waited = 0;
+         object_files_loaded_flag == CATALOGUE_RUNNING && waited < STOP_TIME; waited += POLL_TIME)
+        thread_sleep(POLL_TIME);
+}
+
 void object_files_stop() {
-    if (background_thread == nullptr)
-        return;
     stop_requested = true;
-    thread_join(background_thread, STOP_TIME);
+    if (background_thread != nullptr)
+        thread_join(background_thread, STOP_TIME);
     background_thread = nullptr;
+    wait_for_other_scan();
 }

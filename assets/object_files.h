@@ -1,6 +1,7 @@
 // The object catalogue: every model file of the models folder with the name and category that its
-// first lines give it. The folder is scanned once a run, on a thread of its own; the tables may be
-// read only after object_files_load has returned or while object_files_loaded() is true.
+// first lines give it. The folder, object_dir_location, is scanned once a run, on a thread of its
+// own; the tables may be read only after object_files_load has returned or while
+// object_files_loaded() is true.
 #pragma once
 
 #include <atomic>

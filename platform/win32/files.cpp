@@ -73,6 +73,7 @@ long long file_read_start(const char *path, std::span<char> target) {
         return -1;
     DWORD got = 0;
     const bool done =
+        GetFileType(file) == FILE_TYPE_DISK &&
         ReadFile(file, target.data(), static_cast<DWORD>(target.size()), &got, nullptr) != 0;
     CloseHandle(file);
     return done ? static_cast<long long>(got) : -1;

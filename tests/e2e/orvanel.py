@@ -144,10 +144,10 @@ def window_texts():
 class Orvanel:
     """One running instance."""
 
-    def __init__(self, *arguments, through=()):
-        """through: a command that runs the one behind it."""
+    def __init__(self, *arguments, through=(), folder=PROGRAM_FOLDER):
+        """through: a command that runs the one behind it. folder: where the program is."""
         self.process = subprocess.Popen(
-            [*through, str(WINE), str(PROGRAM_FOLDER / "orvanel.exe"), *arguments], cwd=PROGRAM_FOLDER
+            [*through, str(WINE), str(folder / "orvanel.exe"), *arguments], cwd=folder
         )
         self.window = None
 

@@ -99,6 +99,18 @@ TEST(Files, the_beginning_of_a_file_is_read_as_far_as_there_is_room) {
     EXPECT_EQ("unreadable", beginning_of(folder.path, 4));
 }
 
+#ifdef _WIN32
+TEST(Files, a_device_is_unreadable_and_nobody_waits_for_it) {
+    TestFolder folder;
+    std::vector<char> bytes;
+    for (const char *device : {"nul", "con", "nul.obj", "com1"}) {
+        EXPECT_EQ("unreadable", beginning_of(device, 4)) << device;
+        EXPECT_EQ("unreadable", beginning_of(folder.file(device).c_str(), 4)) << device;
+        EXPECT_EQ(1, file_read(device, &bytes)) << device;
+    }
+}
+#endif
+
 TEST(Files, files_and_folders_are_told_apart) {
     TestFolder folder;
     const std::string file = folder.write("file", "abc");
@@ -308,6 +320,7 @@ TEST(Files, a_pipe_is_unreadable_and_nobody_waits_for_its_writer) {
     ASSERT_EQ(0, mkfifo(native_path(path.c_str()).c_str(), 0600));
     std::vector<char> bytes;
     EXPECT_EQ(1, file_read(path.c_str(), &bytes));
+    EXPECT_EQ("unreadable", beginning_of(path.c_str(), 4));
 }
 
 TEST(Files, a_link_to_a_folder_is_listed_as_a_folder_and_a_link) {

@@ -10,6 +10,16 @@
 
 #include <string>
 
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include "platform/posix/drives.h"
+
+#include <sys/fsuid.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
 struct ObjectFilesTest : testing::Test {
     TestFolder folder;
 
@@ -82,9 +92,11 @@ TEST_F(ObjectFilesTest, after_two_tags_no_further_line_is_read) {
 
 TEST_F(ObjectFilesTest, a_tag_that_does_not_begin_its_line_is_taken_from_the_usual_place) {
     EXPECT_STREQ(scanned("p.obj", "abcdefgh #name:x\n")->name, "gh #name:x");
+    EXPECT_EQ(category_of(scanned("p.obj", "abcdefghijk#category:x\n")), "k#category:x");
+    EXPECT_EQ(category_of(scanned("p.obj", "abcdefghijk#catagory:x\n")), "k#catagory:x");
 }
 
-TEST_F(ObjectFilesTest, a_name_longer_than_20_characters_is_cut_to_20) {
+TEST_F(ObjectFilesTest, a_name_longer_than_20_characters_is_cut_to_20_characters) {
     EXPECT_STREQ(scanned("p.obj", "#name:12345678901234567890and more\n")->name,
                  "12345678901234567890");
     EXPECT_STREQ(scanned("a_file_name_beyond_twenty_characters.obj", "")->name,
@@ -143,12 +155,14 @@ TEST_F(ObjectFilesTest, only_model_files_are_listed_and_no_folders) {
     folder.write("a.obj", "");
     folder.write("a.mtl", "");
     folder.write("b.obj.txt", "");
+    folder.write("c.OBJ", "");
     folder_create(folder.file("folder.obj").c_str());
     object_files_load();
-    EXPECT_EQ(object_files_total, 2);
+    EXPECT_EQ(object_files_total, 3);
+    EXPECT_NE(object_files_get_id_from_file("c.OBJ"), OBJECT_NONE);
 }
 
-TEST_F(ObjectFilesTest, the_31st_distinct_category_is_filed_under_misc) {
+TEST_F(ObjectFilesTest, the_31st_distinct_category_name_is_filed_under_misc) {
     for (int i = 0; i < 29; i++) { // "All" and "Misc" are two more
         const std::string number = std::to_string(i);
         folder.write((number + ".obj").c_str(), "#category:" + number + "\n");
@@ -280,6 +294,26 @@ TEST_F(ObjectFilesTest, the_program_may_end_before_during_and_after_the_scan) {
     object_files_stop();
 }
 
+TEST_F(ObjectFilesTest, the_program_may_end_while_the_thread_of_a_dialog_scans) {
+    for (int i = 0; i < OBJECT_FILES_CAPACITY; i++)
+        folder.write((std::to_string(i) + ".obj").c_str(), "#name:A\n#category:B\n");
+    Thread *dialog = thread_start(object_files_load);
+    ASSERT_NE(dialog, nullptr);
+    while (object_files_loaded_flag == CATALOGUE_NOT_STARTED)
+        thread_sleep(0);
+    object_files_stop();
+    EXPECT_NE(object_files_loaded_flag, CATALOGUE_RUNNING);
+    EXPECT_TRUE(thread_join(dialog, 30'000));
+}
+
+TEST_F(ObjectFilesTest, a_scan_gives_up_at_the_next_file_when_the_program_ends) {
+    folder.write("a.obj", "");
+    object_files_stop();
+    object_files_load();
+    EXPECT_EQ(object_files_loaded_flag, CATALOGUE_NOT_STARTED);
+    EXPECT_EQ(object_files_total, 1);
+}
+
 TEST_F(ObjectFilesTest, a_scan_that_was_given_up_can_be_made_anew) {
     folder.write("a.obj", "");
     object_files_background_load();
@@ -297,11 +331,116 @@ TEST_F(ObjectFilesTest, at_start_no_model_has_been_used_last) {
     EXPECT_EQ(last_page_model_used, -1);
 }
 
-TEST_F(ObjectFilesTest, a_folder_that_nobody_has_told_is_the_one_beside_the_program) {
-    char program[PATH_SIZE];
-    ASSERT_EQ(location_program_file(program, sizeof program), 0);
-    object_dir_location[0] = '\0';
-    object_files_init();
-    const std::string path = program;
-    EXPECT_EQ(object_dir_location, path.substr(0, path.find_last_of('\\') + 1) + "models\\");
+// ---- where the models are
+
+struct ProgramFolder {
+    TestFolder folder;
+
+    ProgramFolder() {
+        folder_create(folder.file("models").c_str());
+        folder.write("models\\a.obj", "");
+        text_copy(exe_location, folder.path);
+    }
+    ~ProgramFolder() {
+        exe_location[0] = '\0';
+    }
+};
+
+TEST_F(ObjectFilesTest, the_scan_finds_the_models_folder_beside_the_program_anew) {
+    const ProgramFolder program;
+    const std::string beside = program.folder.file("models\\");
+    for (const std::string &before : {std::string(), std::string(folder.path), beside}) {
+        text_copy(object_dir_location, before.c_str());
+        object_files_init();
+        EXPECT_EQ(object_dir_location, before); // not before the scan
+        object_files_load();
+        EXPECT_EQ(object_dir_location, beside);
+        ASSERT_EQ(object_files_total, 2);
+        EXPECT_EQ(object_files[1].path, beside + "a.obj");
+    }
 }
+
+TEST_F(ObjectFilesTest,
+       the_folder_stays_what_it_is_as_long_as_the_program_has_not_been_looked_for) {
+    object_files_load();
+    EXPECT_STREQ(object_dir_location, folder.path);
+}
+
+// ---- what has a model's name and is none
+
+#ifdef _WIN32
+TEST_F(ObjectFilesTest, a_file_that_another_program_keeps_closed_is_skipped) {
+    folder.write("a.obj", "");
+    const std::string path = folder.write("b.obj", "#name:Closed\n");
+    folder.write("c.obj", "");
+    const HANDLE closed =
+        CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(closed, INVALID_HANDLE_VALUE);
+    object_files_load();
+    CloseHandle(closed);
+    EXPECT_EQ(object_files_total, 3);
+    EXPECT_EQ(object_files_get_id_from_file("b.obj"), OBJECT_NONE);
+}
+
+TEST_F(ObjectFilesTest, a_file_with_a_devices_name_is_skipped_and_nobody_waits_for_the_device) {
+    folder.write("a.obj", "");
+    for (const char *name : {"con.obj", "nul.obj", "com1.obj"}) { // such a name can come by network
+        const HANDLE file = CreateFileA(("\\\\?\\" + folder.file(name)).c_str(), GENERIC_WRITE, 0,
+                                        nullptr, CREATE_ALWAYS, 0, nullptr);
+        ASSERT_NE(file, INVALID_HANDLE_VALUE) << name;
+        CloseHandle(file);
+    }
+    object_files_load();
+    EXPECT_EQ(object_files_total, 2);
+    for (const char *name : {"con.obj", "nul.obj", "com1.obj"})
+        DeleteFileA(("\\\\?\\" + folder.file(name)).c_str());
+}
+#else
+static std::string native(const TestFolder &folder, const char *name) {
+    return native_path(folder.file(name).c_str());
+}
+
+TEST_F(ObjectFilesTest, a_pipe_is_skipped_and_nobody_waits_for_its_writer) {
+    folder.write("a.obj", "");
+    ASSERT_EQ(mkfifo(native(folder, "pipe.obj").c_str(), 0600), 0);
+    object_files_load();
+    EXPECT_EQ(object_files_total, 2);
+    EXPECT_EQ(object_files_get_id_from_file("a.obj"), 1);
+}
+
+TEST_F(ObjectFilesTest, a_link_to_nothing_or_to_itself_is_skipped) {
+    folder.write("a.obj", "");
+    ASSERT_EQ(symlink("missing", native(folder, "dangling.obj").c_str()), 0);
+    ASSERT_EQ(symlink("loop.obj", native(folder, "loop.obj").c_str()), 0);
+    object_files_load();
+    EXPECT_EQ(object_files_total, 2);
+}
+
+TEST_F(ObjectFilesTest, a_link_to_a_model_is_listed_and_one_to_a_folder_is_not) {
+    folder.write("model", "#name:Linked\n");
+    ASSERT_EQ(symlink("model", native(folder, "link.obj").c_str()), 0);
+    ASSERT_EQ(symlink(".", native(folder, "folder.obj").c_str()), 0);
+    object_files_load();
+    ASSERT_EQ(object_files_total, 2);
+    EXPECT_STREQ(object_files[1].name, "Linked");
+}
+
+// The calling thread opens files as somebody who is not their owner; an administrator may open all.
+struct OtherUser {
+    static constexpr uid_t NOBODY = 65534;
+    int before = setfsuid(NOBODY);
+    ~OtherUser() {
+        setfsuid(static_cast<uid_t>(before));
+    }
+};
+
+TEST_F(ObjectFilesTest, a_file_that_may_not_be_read_is_skipped) {
+    const std::string path = native_path(folder.write("secret.obj", "").c_str());
+    folder.write("z.obj", "");
+    ASSERT_EQ(chmod(path.c_str(), 0), 0);
+    const OtherUser user;
+    object_files_load();
+    EXPECT_EQ(object_files_total, 2);
+    EXPECT_EQ(object_files_get_id_from_file("secret.obj"), OBJECT_NONE);
+}
+#endif
