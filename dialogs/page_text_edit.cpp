@@ -27,6 +27,30 @@ static void tell_why(HWND edit) {
     SendMessageW(edit, EM_SHOWBALLOONTIP, 0, reinterpret_cast<LPARAM>(&balloon));
 }
 
+static std::wstring text_of(HWND edit) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(edit)) + 1, L'\0');
+    const int length = GetWindowTextW(edit, text.data(), static_cast<int>(text.size()));
+    text.resize(static_cast<std::size_t>(length));
+    return text;
+}
+
+// Takes the character out of the text, whatever way it came in; the caret stays where it is in what
+// is left. Nothing of it can be undone, as that would bring the character back.
+static void clean(HWND edit) {
+    std::wstring text = text_of(edit);
+    if (std::ranges::none_of(text, is_refused))
+        return;
+    DWORD caret = 0;
+    SendMessageW(edit, EM_GETSEL, 0, reinterpret_cast<LPARAM>(&caret));
+    const std::wstring before = text.substr(0, caret);
+    const auto left = static_cast<LPARAM>(caret) - std::ranges::count_if(before, is_refused);
+    std::erase_if(text, is_refused);
+    SetWindowTextW(edit, text.c_str());
+    SendMessageW(edit, EM_SETSEL, static_cast<WPARAM>(left), left);
+    SendMessageW(edit, EM_SETMODIFY, TRUE, 0);
+    tell_why(edit);
+}
+
 static std::wstring clipboard_text(HWND edit) {
     std::wstring text;
     if (OpenClipboard(edit) == 0)
@@ -61,6 +85,22 @@ static bool paste_rest(HWND edit) {
     return true;
 }
 
+// Typing and pasting are seen to beforehand. Text that an input method is still composing is left
+// alone: it may turn into something else.
+static bool brings_text(UINT message, LPARAM lparam) {
+    switch (message) {
+    case WM_SETTEXT: // helpers for people who do not type send it, too
+    case WM_UNDO:
+    case EM_UNDO:
+    case EM_REPLACESEL:
+        return true;
+    case WM_IME_COMPOSITION:
+        return (lparam & GCS_RESULTSTR) != 0;
+    default:
+        return false;
+    }
+}
+
 static LRESULT CALLBACK filter(HWND edit, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
                                DWORD_PTR) {
     switch (message) {
@@ -80,7 +120,10 @@ static LRESULT CALLBACK filter(HWND edit, UINT message, WPARAM wparam, LPARAM lp
     default:
         break;
     }
-    return DefSubclassProc(edit, message, wparam, lparam);
+    const LRESULT result = DefSubclassProc(edit, message, wparam, lparam);
+    if (brings_text(message, lparam))
+        clean(edit);
+    return result;
 }
 
 void page_text_edit_attach(HWND edit, int length) {

@@ -1,6 +1,6 @@
 // Edit fields whose text goes into a page file. Page files are written without escaping, so a text
 // with "<" in it would be cut when the page is read again: these fields do not take that character,
-// typed or pasted, and tell why in a balloon.
+// typed, pasted or come in any other way, and tell why in a balloon.
 #pragma once
 
 #include <windows.h>

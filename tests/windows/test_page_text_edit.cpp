@@ -11,18 +11,28 @@
 struct PageTextEdit : testing::Test {
     HWND parent =
         CreateWindowA("STATIC", "", WS_POPUP, 0, 0, 200, 40, nullptr, nullptr, nullptr, nullptr);
-    HWND edit = CreateWindowA("EDIT", "", WS_CHILD | ES_AUTOHSCROLL, 0, 0, 200, 20, parent, nullptr,
-                              nullptr, nullptr);
+    HWND edit = create_edit();
     int balloons = 0;
     std::wstring balloon_text;
 
     PageTextEdit() {
+        attach();
+    }
+    ~PageTextEdit() override {
+        unwatch();
+        DestroyWindow(parent);
+    }
+
+    HWND create_edit() const {
+        return CreateWindowA("EDIT", "", WS_CHILD | ES_AUTOHSCROLL, 0, 0, 200, 20, parent, nullptr,
+                             nullptr, nullptr);
+    }
+    void attach() {
         page_text_edit_attach(edit, 10);
         SetWindowSubclass(edit, watch, 99, reinterpret_cast<DWORD_PTR>(this));
     }
-    ~PageTextEdit() override {
+    void unwatch() const {
         RemoveWindowSubclass(edit, watch, 99);
-        DestroyWindow(parent);
     }
 
     static LRESULT CALLBACK watch(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
@@ -103,4 +113,84 @@ TEST_F(PageTextEdit, neither_typing_nor_pasting_goes_beyond_the_limit) {
 TEST_F(PageTextEdit, only_the_first_line_is_pasted) {
     paste("one<\r\ntwo");
     EXPECT_EQ(text(), "one");
+}
+
+// ---- other ways in
+
+static void drain() {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+        DispatchMessageW(&message);
+}
+
+TEST_F(PageTextEdit, a_character_of_an_input_method_is_refused_with_the_reason) {
+    for (const wchar_t sign : {L'a', L'<', L'b'})
+        SendMessageW(edit, WM_IME_CHAR, sign, 1);
+    drain(); // it comes in as if it had been typed
+    EXPECT_EQ(text(), "ab");
+    EXPECT_EQ(balloons, 1);
+}
+
+static void compose(HWND edit, std::wstring composed) {
+    const HIMC context = ImmGetContext(edit);
+    ASSERT_NE(context, nullptr);
+    EXPECT_TRUE(ImmSetCompositionStringW(context, SCS_SETSTR, composed.data(),
+                                         static_cast<DWORD>(composed.size() * sizeof(wchar_t)),
+                                         nullptr, 0));
+    EXPECT_TRUE(ImmNotifyIME(context, NI_COMPOSITIONSTR, CPS_COMPLETE, 0));
+    ImmReleaseContext(edit, context);
+    drain();
+}
+
+TEST_F(PageTextEdit, a_text_composed_by_an_input_method_comes_in_without_it_and_with_the_reason) {
+    for (const LPARAM status : {0, EIMES_GETCOMPSTRATONCE}) { // sign by sign and at once
+        SetWindowTextA(edit, "");
+        balloons = 0;
+        SendMessageW(edit, EM_SETIMESTATUS, EMSIS_COMPOSITIONSTRING, status);
+        SetFocus(edit);
+        compose(edit, L"a<b");
+        EXPECT_EQ(text(), "ab");
+        EXPECT_EQ(balloons, 1);
+    }
+}
+
+TEST_F(PageTextEdit, what_another_program_puts_in_comes_in_without_it_and_with_the_reason) {
+    SendMessageA(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>("<1<2"));
+    EXPECT_EQ(text(), "12");
+    EXPECT_EQ(balloons, 1);
+    SendMessageA(edit, EM_SETSEL, 1, 1);
+    SendMessageA(edit, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>("a<b"));
+    EXPECT_EQ(text(), "1ab2");
+    EXPECT_EQ(SendMessageA(edit, EM_GETSEL, 0, 0), MAKELRESULT(3, 3));
+    EXPECT_NE(SendMessageA(edit, EM_GETMODIFY, 0, 0), 0);
+    EXPECT_EQ(balloons, 2);
+}
+
+TEST_F(PageTextEdit, undo_does_not_bring_it_back) {
+    for (const UINT undo : {static_cast<UINT>(WM_UNDO), static_cast<UINT>(EM_UNDO)}) {
+        unwatch();
+        DestroyWindow(edit);
+        edit = create_edit();
+        type("a<b"); // before the field is one of a page
+        SendMessageA(edit, EM_SETSEL, 0, -1);
+        SendMessageA(edit, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(""));
+        attach();
+        balloons = 0;
+        SendMessageA(edit, undo, 0, 0);
+        EXPECT_EQ(text(), "ab");
+        EXPECT_EQ(balloons, 1);
+        for (int again = 0; again < 3; again++) {
+            SendMessageA(edit, undo, 0, 0);
+            EXPECT_EQ(text().find('<'), std::string::npos);
+        }
+    }
+}
+
+TEST_F(PageTextEdit, undo_and_redo_of_what_was_allowed_work_as_ever) {
+    type("abc");
+    SendMessageA(edit, EM_UNDO, 0, 0);
+    EXPECT_EQ(text(), "");
+    SendMessageA(edit, EM_UNDO, 0, 0);
+    EXPECT_EQ(text(), "abc");
+    EXPECT_EQ(balloons, 0);
 }
