@@ -1,5 +1,6 @@
 #include "dialogs/splash_screen.h"
 
+#include "platform/win32/object_count.h"
 #include "resources/resource_ids.h"
 
 #include <windows.h>
@@ -20,14 +21,15 @@ static HDC splash_screen_bmp_dc;
 static bool painted;
 
 static void load_bitmap() {
-    splash_screen_bmp = LoadBitmapA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(RESOURCE_SPLASH));
-    splash_screen_bmp_dc = CreateCompatibleDC(nullptr);
+    splash_screen_bmp = object_made(
+        OBJECT_BITMAP, LoadBitmapA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(RESOURCE_SPLASH)));
+    splash_screen_bmp_dc = object_made(OBJECT_DC, CreateCompatibleDC(nullptr));
     SelectObject(splash_screen_bmp_dc, splash_screen_bmp);
 }
 
 static void free_bitmap() {
-    DeleteDC(splash_screen_bmp_dc);
-    DeleteObject(splash_screen_bmp);
+    object_destroy(splash_screen_bmp_dc);
+    object_destroy(splash_screen_bmp);
 }
 
 static void open(HWND dialog) {

@@ -1,6 +1,6 @@
 #include "platform/win32/object_count.h"
 
-std::int32_t object_count[OBJECT_KINDS];
+std::atomic<std::int32_t> object_count[OBJECT_KINDS];
 
 // Whether there is an object to destroy; if so it no longer counts.
 static bool uncount(ObjectKind kind, const void *handle) {

@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <atomic>
 #include <cstdint>
 
 enum ObjectKind : std::int32_t {
@@ -17,8 +18,9 @@ enum ObjectKind : std::int32_t {
     OBJECT_KINDS,
 };
 
-// Made and not destroyed yet, by kind. Falls below zero when something was made past the count.
-extern std::int32_t object_count[OBJECT_KINDS];
+// Made and not destroyed yet, by kind, on whatever thread. Falls below zero when something was made
+// past the count.
+extern std::atomic<std::int32_t> object_count[OBJECT_KINDS];
 
 // Counts a new object and passes it on; null (it could not be made) is not counted.
 template <typename Handle>

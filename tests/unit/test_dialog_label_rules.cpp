@@ -99,7 +99,8 @@ TEST_F(LabelDialog, OK_with_an_empty_text_leaves_an_existing_label_as_it_is) {
     EXPECT_EQ(node_total, 1);
 }
 
-TEST_F(LabelDialog, Every_stored_label_new_or_edited_takes_a_new_name_and_advances_the_counter) {
+TEST_F(LabelDialog,
+       Every_stored_label_new_or_edited_takes_a_new_internal_name_and_advances_node_label_total) {
     open(-1);
     dialog_label_store("one");
     open(0);

@@ -63,7 +63,8 @@ TEST_F(OptionsFolderTest, The_current_folder_is_no_change) {
     EXPECT_TRUE(script.shown().empty());
 }
 
-TEST_F(OptionsFolderTest, The_current_folder_without_its_trailing_backslash_is_no_change) {
+TEST_F(OptionsFolderTest,
+       Typing_the_current_page_folder_without_its_trailing_backslash_counts_as_no_change) {
     MessageScript script;
     EXPECT_EQ(settle(old_folder.substr(0, old_folder.size() - 1)), OptionsFolder::Same);
     EXPECT_EQ(settled, old_folder);

@@ -205,13 +205,13 @@ TEST_F(OptionsDialog, Every_preset_sets_its_colour) {
     }
 }
 
-TEST_F(OptionsDialog, The_same_preset_again_does_not_start_a_colour_blend) {
+TEST_F(OptionsDialog, Choosing_the_same_preset_colour_again_does_not_start_a_colour_blend) {
     choose_colour("Blue");
     EXPECT_TRUE(accept());
     EXPECT_EQ(options_colour_change_flag, 0);
 }
 
-TEST_F(OptionsDialog, Custom_always_counts_as_a_change) {
+TEST_F(OptionsDialog, Choosing_Custom_always_counts_as_a_change) {
     set_options_custom(0.5f, 0.25f, 1.0f);
     EXPECT_TRUE(accept());
     EXPECT_EQ(options_colour_change_flag, 1);

@@ -22,7 +22,9 @@ TEST(DialogPlace, A_window_away_from_the_corner_takes_its_dialog_along) {
     EXPECT_EQ(point.y, 600 - 100);
 }
 
-TEST(DialogPlace, A_dialog_past_the_right_edge_is_pulled_back_and_50_pixels_remain) {
+TEST(
+    DialogPlace,
+    A_dialog_larger_than_the_space_to_the_right_of_the_parents_centre_is_pulled_back_so_that_50_pixels_remain_to_the_screen_edge) {
     const PlacePoint point = place({1800, 300, 1910, 700}, 300, 200);
     EXPECT_EQ(point.x, SCREEN_WIDTH - 300 - 50);
     EXPECT_EQ(point.y, 500 - 100);

@@ -1,5 +1,8 @@
 #include "dialogs/dialog.h"
 
+#include "resources/resource_ids.h"
+#include "tests/windows/window_properties.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -52,7 +55,31 @@ TEST(DialogTheme, A_system_with_themes_is_asked_for_them) {
     EXPECT_EQ(child_exit_code(CHILD_SWITCH), WITH_THEMES);
 }
 
-TEST(DialogTheme, On_a_system_without_uxtheme_nothing_happens) {
+static HWND page_of_a_tab(HWND parent) {
+    return CreateDialogParamA(GetModuleHandleA(nullptr),
+                              MAKEINTRESOURCEA(RESOURCE_DIALOG_OPTIONS_ACTIONS), parent, nullptr,
+                              0);
+}
+
+TEST(DialogTheme, A_page_gets_the_texture_of_tabs) {
+    static constexpr DWORD ENABLE_TAB = 6; // ETDT_ENABLETAB
+    const HMODULE themes = LoadLibraryA("uxtheme.dll");
+    const auto enable = reinterpret_cast<HRESULT(WINAPI *)(HWND, DWORD)>(
+        reinterpret_cast<void *>(GetProcAddress(themes, "EnableThemeDialogTexture")));
+    ASSERT_NE(enable, nullptr);
+    const HWND parent =
+        CreateWindowA("STATIC", "", WS_POPUP, 0, 0, 400, 400, nullptr, nullptr, nullptr, nullptr);
+    const HWND wanted = page_of_a_tab(parent), page = page_of_a_tab(parent);
+    const WindowProperties before = window_properties(page);
+    enable(wanted, ENABLE_TAB);
+    enable_xp_theme(page);
+    EXPECT_NE(window_properties(page), before);
+    EXPECT_EQ(window_properties(page), window_properties(wanted));
+    DestroyWindow(parent);
+    FreeLibrary(themes);
+}
+
+TEST(DialogTheme, On_a_system_without_uxtheme_dll_enable_xp_theme_does_nothing) {
     EXPECT_EQ(child_exit_code(std::string(CHILD_SWITCH) + " " + NO_LIBRARIES_SWITCH),
               WITHOUT_THEMES);
 }

@@ -94,7 +94,8 @@ TEST_F(LabelDialog, OK_with_an_empty_label_text_creates_no_label) {
     EXPECT_EQ(node_label_total, 0);
 }
 
-TEST_F(LabelDialog, Every_stored_label_new_or_edited_takes_a_new_internal_name) {
+TEST_F(LabelDialog,
+       Every_stored_label_new_or_edited_takes_a_new_internal_name_and_advances_node_label_total) {
     for (int i = 0; i < 3; i++) {
         DialogPlayer player({{i == 0 ? NEW_LABEL : PROPERTIES, [](HWND dialog) {
                                   type(dialog, RESOURCE_LABEL_TEXT, "text");

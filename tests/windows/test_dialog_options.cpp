@@ -1,5 +1,6 @@
 #include "dialogs/rules/dialog_options_rules.h"
 
+#include "dialogs/dialog.h"
 #include "dialogs/dialogs.h"
 #include "platform/locations.h"
 #include "platform/text.h"
@@ -10,6 +11,7 @@
 #include "tests/windows/dialog_growth.h"
 #include "tests/windows/options_dialog_player.h"
 #include "tests/windows/real_window.h"
+#include "tests/windows/window_properties.h"
 
 #include <gtest/gtest.h>
 
@@ -87,6 +89,31 @@ TEST_F(OptionsDialog, The_tabs_have_their_captions_in_order) {
                            SendMessageA(options_tabs(dialog), TCM_GETITEMA, i,
                                         reinterpret_cast<LPARAM>(&item));
                            EXPECT_STREQ(text, captions[i]);
+                       }
+                   }}});
+}
+
+// The system notes the themed background as a property of the window.
+static WindowProperties themed_properties(HWND dialog) {
+    const HWND plain =
+        CreateDialogParamA(GetModuleHandleA(nullptr),
+                           MAKEINTRESOURCEA(RESOURCE_DIALOG_OPTIONS_ACTIONS), dialog, nullptr, 0);
+    EXPECT_TRUE(window_properties(plain).empty());
+    enable_xp_theme(plain);
+    const WindowProperties themed = window_properties(plain);
+    DestroyWindow(plain);
+    return themed;
+}
+
+TEST_F(OptionsDialog, Every_page_has_the_themed_background_of_a_tab) {
+    play_options({{OPTIONS, [](HWND dialog) {
+                       const WindowProperties themed = themed_properties(dialog);
+                       EXPECT_FALSE(themed.empty());
+                       for (int tab = 0; tab < OPTIONS_TABS; tab++) {
+                           const HWND page = options_page(dialog, static_cast<OptionsTab>(tab));
+                           const WindowProperties shown = window_properties(page);
+                           for (const auto &[name, value] : themed)
+                               EXPECT_TRUE(shown.contains(name) && shown.at(name) == value) << tab;
                        }
                    }}});
 }
@@ -320,7 +347,7 @@ TEST_F(OptionsDialog, Another_colour_becomes_the_default) {
     EXPECT_EQ(options_colour_change_flag, 1);
 }
 
-TEST_F(OptionsDialog, Choosing_the_same_preset_again_does_not_start_a_colour_blend) {
+TEST_F(OptionsDialog, Choosing_the_same_preset_colour_again_does_not_start_a_colour_blend) {
     play_options({{OPTIONS, [](HWND dialog) {
                        go_to_colour(dialog, 2);
                        go_to_colour(dialog, 0);
@@ -384,7 +411,8 @@ static void type_folder(HWND dialog, const std::string &folder) {
     type(options_page(dialog, OPTIONS_GENERAL), RESOURCE_GENERAL_FOLDER, folder.c_str());
 }
 
-TEST_F(OptionsDialog, Typing_the_current_folder_without_its_backslash_counts_as_no_change) {
+TEST_F(OptionsDialog,
+       Typing_the_current_page_folder_without_its_trailing_backslash_counts_as_no_change) {
     std::string folder = page_dir_location;
     folder.pop_back();
     play_options(

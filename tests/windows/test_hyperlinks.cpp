@@ -2,6 +2,7 @@
 
 #include "platform/win32/object_count.h"
 #include "resources/resource_ids.h"
+#include "tests/windows/window_properties.h"
 
 #include <gtest/gtest.h>
 
@@ -90,7 +91,8 @@ TEST_F(Hyperlinks, The_static_control_takes_the_mouse_and_keeps_what_it_was) {
     EXPECT_EQ(font_of(link), font);
 }
 
-TEST_F(Hyperlinks, The_parents_second_static_control_does_not_subclass_the_parent_twice) {
+TEST_F(Hyperlinks,
+       Converting_the_same_parents_second_static_control_does_not_subclass_the_parent_twice) {
     ASSERT_TRUE(ConvertStaticToHyperlink(link));
     const WNDPROC once = procedure_of(dialog);
     EXPECT_NE(once, dialog_before);
@@ -227,6 +229,62 @@ TEST_F(Hyperlinks, Destroying_the_control_gives_everything_back) {
     EXPECT_EQ(object_count[OBJECT_FONT], fonts_before);
     EXPECT_EQ(GetObjectType(underline), 0u);
     EXPECT_NE(GetObjectType(font), 0u); // the dialog's own
+}
+
+// What a window is when its own procedure is told that it goes.
+static struct {
+    WNDPROC procedure; // the window's own
+    int told;          // times
+    WNDPROC in_force;
+    HFONT font;
+    WindowProperties properties;
+} last;
+
+static LRESULT CALLBACK look_at_the_end(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == WM_DESTROY) {
+        last.told++;
+        last.in_force = procedure_of(window);
+        last.font = font_of(window);
+        last.properties = window_properties(window);
+    }
+    return CallWindowProcA(last.procedure, window, message, wparam, lparam);
+}
+
+// Puts the above in front of the window's own procedure.
+static void watch_the_end(HWND window) {
+    last = {procedure_of(window), 0, nullptr, nullptr, {}};
+    SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(look_at_the_end));
+}
+
+static int hyperlink_properties(const WindowProperties &properties) {
+    int found = 0;
+    for (const auto &[name, value] : properties)
+        found += name.starts_with("_Hyperlink_") ? 1 : 0;
+    return found;
+}
+
+TEST_F(Hyperlinks, A_control_that_is_destroyed_has_its_procedure_its_font_and_no_property_left) {
+    const HFONT font = font_of(link);
+    watch_the_end(link);
+    ConvertStaticToHyperlink(link);
+    EXPECT_EQ(hyperlink_properties(window_properties(link)), 4);
+    move_mouse(3, 3);
+    ASSERT_TRUE(is_underlined(link));
+    DestroyWindow(link);
+    EXPECT_EQ(last.told, 1);
+    EXPECT_EQ(last.in_force, look_at_the_end);
+    EXPECT_EQ(last.font, font);
+    EXPECT_EQ(hyperlink_properties(last.properties), 0);
+}
+
+TEST_F(Hyperlinks, A_dialog_that_is_destroyed_has_its_procedure_and_no_property_left) {
+    watch_the_end(dialog);
+    ConvertStaticToHyperlink(link);
+    EXPECT_EQ(hyperlink_properties(window_properties(dialog)), 1);
+    DestroyWindow(dialog);
+    EXPECT_EQ(last.told, 1);
+    EXPECT_EQ(last.in_force, look_at_the_end);
+    EXPECT_EQ(hyperlink_properties(last.properties), 0);
 }
 
 TEST_F(Hyperlinks, Destroying_the_dialog_gives_everything_back) {

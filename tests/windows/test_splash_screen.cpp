@@ -1,5 +1,6 @@
 #include "dialogs/splash_screen.h"
 
+#include "platform/win32/object_count.h"
 #include "resources/resource_ids.h"
 
 #include <windows.h>
@@ -105,6 +106,19 @@ TEST(SplashScreen, It_stays_for_at_least_1750_milliseconds) {
     ASSERT_NE(wait_for(true), nullptr);
     EXPECT_EQ(wait_for(false), nullptr);
     EXPECT_GE(GetTickCount() - before, 1750u);
+}
+
+TEST(SplashScreen, Its_bitmap_is_there_as_long_as_the_window_and_no_longer) {
+    splash_screen_display();
+    const HWND window = wait_for(true);
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(object_count[OBJECT_BITMAP], 1);
+    EXPECT_EQ(object_count[OBJECT_DC], 1);
+    splash_screen_hide();
+    for (DWORD waited = 0; waited < TIMEOUT && IsWindow(window); waited += STEP)
+        Sleep(STEP);
+    EXPECT_EQ(object_count[OBJECT_BITMAP], 0);
+    EXPECT_EQ(object_count[OBJECT_DC], 0);
 }
 
 TEST(SplashScreen, Hiding_it_at_once_keeps_it_from_staying) {
