@@ -292,6 +292,12 @@ TEST_F(ModelViewer, the_picture_follows_the_size_of_the_control) {
     EXPECT_EQ(picture.width, 118);
     EXPECT_EQ(picture.height, 78);
     EXPECT_GT(count_green(picture), picture.rgb.size() / 3 / 12);
+    GLint viewport[4] = {};
+    wglMakeCurrent(model_viewer_DC, model_viewer_RC);
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    wglMakeCurrent(hDC, hRC);
+    EXPECT_EQ(viewport[2], 118);
+    EXPECT_EQ(viewport[3], 78);
 }
 
 TEST_F(ModelViewer, with_no_model_the_control_shows_the_background_of_the_dialog) {
