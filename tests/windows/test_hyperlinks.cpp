@@ -121,6 +121,30 @@ TEST_F(Hyperlinks, It_is_underlined_and_holds_the_mouse_while_the_pointer_is_ove
     EXPECT_EQ(GetCapture(), nullptr);
 }
 
+// Whether the control is to be drawn again; then it no longer is.
+static bool takes_redraw(HWND control) {
+    const bool wanted = GetUpdateRect(control, nullptr, FALSE) != 0;
+    ValidateRect(control, nullptr);
+    return wanted;
+}
+
+TEST_F(Hyperlinks, It_is_drawn_again_when_the_pointer_comes_or_goes_and_after_a_click) {
+    ConvertStaticToHyperlink(link);
+    takes_redraw(link);
+    EXPECT_FALSE(takes_redraw(link));
+    move_mouse(3, 3);
+    EXPECT_TRUE(takes_redraw(link));
+    move_mouse(4, 3);
+    EXPECT_FALSE(takes_redraw(link));
+    SendMessageA(link, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(4, 3));
+    SendMessageA(link, WM_LBUTTONUP, 0, MAKELPARAM(4, 3));
+    EXPECT_TRUE(takes_redraw(link));
+    move_mouse(3, 3);
+    takes_redraw(link);
+    move_mouse(-2, 3);
+    EXPECT_TRUE(takes_redraw(link));
+}
+
 TEST_F(Hyperlinks, Leaving_to_any_side_ends_it) {
     ConvertStaticToHyperlink(link);
     RECT area;

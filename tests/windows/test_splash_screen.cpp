@@ -108,6 +108,18 @@ TEST(SplashScreen, It_stays_for_at_least_1750_milliseconds) {
     EXPECT_GE(GetTickCount() - before, 1750u);
 }
 
+TEST(SplashScreen, Being_painted_again_does_not_keep_it_longer) {
+    splash_screen_display();
+    const HWND window = wait_for(true);
+    ASSERT_NE(window, nullptr);
+    for (DWORD waited = 0; waited < TIMEOUT && IsWindow(window); waited += STEP) {
+        RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE);
+        Sleep(STEP);
+    }
+    EXPECT_FALSE(IsWindow(window));
+    splash_screen_hide();
+}
+
 TEST(SplashScreen, Its_bitmap_is_there_as_long_as_the_window_and_no_longer) {
     splash_screen_display();
     const HWND window = wait_for(true);
