@@ -4,7 +4,7 @@
 #include <limits>
 
 static constexpr std::string_view OPENING_TAG = "<current_version>";
-static constexpr std::string_view TEXT_ENDS("<\n\r\0", 4);
+static constexpr std::string_view TEXT_ENDS = "<\n\r";
 static constexpr std::size_t TEXT_LENGTH_MAX = 11; // a character and at most 10 more
 static constexpr std::int64_t NUMBER_MAX = std::numeric_limits<std::int32_t>::max();
 static constexpr std::int64_t FIELD_WEIGHTS[] = {10'000, 100, 1};
