@@ -37,16 +37,10 @@ static bool passes(Step step) {
 }
 
 #ifdef _WIN32
-#include <windows.h>
+#include "tests/windows/imported.h"
 
 static DWORD place_error = ERROR_DISK_FULL;
 static DWORD longest_write = MAXDWORD;
-
-template <typename Function>
-static Function system_function(const char *name) {
-    return reinterpret_cast<Function>(
-        reinterpret_cast<void *>(GetProcAddress(GetModuleHandleA("kernel32.dll"), name)));
-}
 
 static BOOL fail(DWORD error) {
     SetLastError(error);
@@ -55,7 +49,7 @@ static BOOL fail(DWORD error) {
 
 static BOOL WINAPI write_file(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written,
                               LPOVERLAPPED overlapped) {
-    static const auto real = system_function<decltype(&WriteFile)>("WriteFile");
+    static const auto real = system_function<decltype(&WriteFile)>("kernel32.dll", "WriteFile");
     if (!passes(Step::Write))
         return fail(ERROR_DISK_FULL);
     const bool cut = watching && size > longest_write;
@@ -63,28 +57,23 @@ static BOOL WINAPI write_file(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD wr
 }
 
 static BOOL WINAPI flush_file(HANDLE file) {
-    static const auto real = system_function<decltype(&FlushFileBuffers)>("FlushFileBuffers");
+    static const auto real =
+        system_function<decltype(&FlushFileBuffers)>("kernel32.dll", "FlushFileBuffers");
     return passes(Step::Flush) ? real(file) : fail(ERROR_WRITE_FAULT);
 }
 
 static BOOL WINAPI close_handle(HANDLE handle) {
-    static const auto real = system_function<decltype(&CloseHandle)>("CloseHandle");
+    static const auto real = system_function<decltype(&CloseHandle)>("kernel32.dll", "CloseHandle");
     const bool passed = passes(Step::Close);
     const BOOL closed = real(handle);
     return passed ? closed : fail(ERROR_WRITE_FAULT);
 }
 
 static BOOL WINAPI move_file(LPCSTR source, LPCSTR target, DWORD flags) {
-    static const auto real = system_function<decltype(&MoveFileExA)>("MoveFileExA");
+    static const auto real = system_function<decltype(&MoveFileExA)>("kernel32.dll", "MoveFileExA");
     return passes(Step::Place) ? real(source, target, flags) : fail(place_error);
 }
 
-// Defined here, the program's calls go through these pointers instead of the system library's.
-#ifdef _WIN64
-#define IMPORTED(name, argument_bytes) __asm__("__imp_" #name)
-#else
-#define IMPORTED(name, argument_bytes) __asm__("__imp__" #name "@" #argument_bytes)
-#endif
 extern "C" {
 decltype(&WriteFile) imported_write_file IMPORTED(WriteFile, 20) = write_file;
 decltype(&FlushFileBuffers) imported_flush_file IMPORTED(FlushFileBuffers, 4) = flush_file;

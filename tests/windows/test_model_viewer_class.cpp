@@ -6,6 +6,7 @@
 #include "dialogs/rules/model_viewer_picture.h"
 #include "page/options.h"
 #include "resources/resource_ids.h"
+#include "tests/windows/imported.h"
 
 #include <gtest/gtest.h>
 
@@ -20,30 +21,18 @@ struct TimerCall {
 
 static std::vector<TimerCall> timer_calls;
 
-template <typename Function>
-static Function system_function(const char *name) {
-    return reinterpret_cast<Function>(
-        reinterpret_cast<void *>(GetProcAddress(GetModuleHandleA("user32.dll"), name)));
-}
-
 static UINT_PTR WINAPI set_timer(HWND window, UINT_PTR id, UINT period, TIMERPROC procedure) {
-    static const auto real = system_function<decltype(&SetTimer)>("SetTimer");
+    static const auto real = system_function<decltype(&SetTimer)>("user32.dll", "SetTimer");
     timer_calls.push_back({window, id, period});
     return real(window, id, period, procedure);
 }
 
 static BOOL WINAPI kill_timer(HWND window, UINT_PTR id) {
-    static const auto real = system_function<decltype(&KillTimer)>("KillTimer");
+    static const auto real = system_function<decltype(&KillTimer)>("user32.dll", "KillTimer");
     timer_calls.push_back({window, id, 0});
     return real(window, id);
 }
 
-// Defined here, the program's calls go through these pointers instead of the system's library.
-#ifdef _WIN64
-#define IMPORTED(name, argument_bytes) __asm__("__imp_" #name)
-#else
-#define IMPORTED(name, argument_bytes) __asm__("__imp__" #name "@" #argument_bytes)
-#endif
 extern "C" {
 decltype(&SetTimer) imported_set_timer IMPORTED(SetTimer, 16) = set_timer;
 decltype(&KillTimer) imported_kill_timer IMPORTED(KillTimer, 8) = kill_timer;

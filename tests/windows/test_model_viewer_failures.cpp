@@ -8,6 +8,7 @@
 #include "platform/gl.h"
 #include "scene/gl_util.h"
 #include "scene/scene.h"
+#include "tests/windows/imported.h"
 #include "tests/windows/model_viewer_stage.h"
 
 #include <algorithm>
@@ -33,12 +34,6 @@ static int contexts;                 // the same
 static bool passes(Step step) {
     trail += static_cast<char>(step);
     return step != failing;
-}
-
-template <typename Function>
-static Function system_function(const char *library, const char *name) {
-    return reinterpret_cast<Function>(
-        reinterpret_cast<void *>(GetProcAddress(GetModuleHandleA(library), name)));
 }
 
 static HDC WINAPI get_dc(HWND window) {
@@ -93,12 +88,6 @@ static BOOL WINAPI make_current(HDC dc, HGLRC context) {
     return FALSE;
 }
 
-// Defined here, the program's calls go through these pointers instead of the system's libraries.
-#ifdef _WIN64
-#define IMPORTED(name, argument_bytes) __asm__("__imp_" #name)
-#else
-#define IMPORTED(name, argument_bytes) __asm__("__imp__" #name "@" #argument_bytes)
-#endif
 extern "C" {
 decltype(&GetDC) imported_get_dc IMPORTED(GetDC, 4) = get_dc;
 decltype(&ReleaseDC) imported_release_dc IMPORTED(ReleaseDC, 8) = release_dc;
