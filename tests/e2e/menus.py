@@ -1,9 +1,8 @@
 """The program's pop-up menus as the mouse finds them: entries below each other, of fixed heights."""
 
-import subprocess
 import time
 
-from orvanel import PICTURES, VARIANT, wait_for, xdotool
+from orvanel import PICTURES, VARIANT, capture, geometries, wait_for, xdotool
 
 ENTRY = 21  # pixels high
 SEPARATOR = 5
@@ -73,12 +72,12 @@ EDIT_LABEL = [
 
 def windows(program):
     """Window and geometry of each open menu, the outermost first; of message boxes too."""
-    found = []
-    for window in xdotool("search", "--onlyvisible", "--class", ".*").split():
-        geometry = program.geometry(window)
-        if window != program.window and geometry and 100 < geometry[2] < 640:
-            found.append((window, geometry))
-    return found
+    visible = xdotool("search", "--onlyvisible", "--class", ".*").split()
+    return [
+        (window, geometry)
+        for window, geometry in geometries(visible).items()
+        if window != program.window and 100 < geometry[2] < 640
+    ]
 
 
 def is_open(program, window):
@@ -87,8 +86,7 @@ def is_open(program, window):
 
 def open_at(program, x, y):
     """Right click; returns window and geometry of the menu that opens."""
-    program.move_to(x, y)
-    xdotool("click", 3)
+    xdotool("mousemove", "--window", program.window, x, y, "click", 3)
     return wait_for(lambda: windows(program), 20, "the menu")[-1]
 
 
@@ -111,18 +109,13 @@ def frame(geometry, entries):
 
 
 def move_onto(geometry, entries, name):
-    xdotool(
-        "mousemove",
-        geometry[0] + 60,
-        geometry[1] + frame(geometry, entries) + offset(entries, name),
-    )
-    time.sleep(0.3)
+    top = geometry[1] + frame(geometry, entries)
+    xdotool("mousemove", geometry[0] + 60, top + offset(entries, name))
 
 
 def click_on(geometry, entries, name):
     move_onto(geometry, entries, name)
     xdotool("click", 1)
-    time.sleep(0.5)
 
 
 def choose(program, x, y, entries, name):
@@ -134,9 +127,7 @@ def choose(program, x, y, entries, name):
 
 def photograph(window, name):
     """Keeps a picture of an open menu at its real size."""
-    PICTURES.mkdir(parents=True, exist_ok=True)
-    path = PICTURES / f"{VARIANT}-menu-{name}.png"
-    subprocess.run(["/usr/bin/import-im6.q16", "-silent", "-window", window, str(path)], check=True)
+    capture(PICTURES / f"{VARIANT}-menu-{name}.png", window)
 
 
 def close():

@@ -48,6 +48,34 @@ def xdotool(*arguments):
     return result.stdout.strip()
 
 
+def capture(path, window, *options):
+    """A window as it is on the screen; the picture stays in the file."""
+    path.parent.mkdir(parents=True, exist_ok=True)
+    command = ["/usr/bin/import-im6.q16", "-silent", *options, "-window", window, str(path)]
+    subprocess.run(command, check=True)
+    return Image.open(path).convert("RGB")
+
+
+def windows_named(title):
+    """Those on the screen."""
+    return xdotool("search", "--onlyvisible", "--name", f"^{title}$").split()
+
+
+def geometries(windows):
+    """Place and size of each of them, asked for at once; those that close meanwhile are left out."""
+    found = {}
+    waiting = list(windows)
+    while waiting:
+        output = xdotool(*[word for window in waiting for word in ("getwindowgeometry", "--shell", window)])
+        answers = []
+        for block in output.split("WINDOW=")[1:]:
+            values = dict(line.split("=") for line in block.splitlines()[1:])
+            answers.append(tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT")))
+        found.update(zip(waiting, answers))
+        waiting = waiting[len(answers) + 1 :]  # the first that gave none is gone
+    return found
+
+
 def page_text(nodes="", colour=("-1.00", "-1.00", "-1.00"), version="004", position=(0.0, 0.0)):
     """A page as the program writes it."""
     return (
@@ -162,7 +190,7 @@ class Orvanel:
         """Ends the program as a user who closes its windows would; by its id if that fails."""
         end = time.monotonic() + 10
         while self.process.poll() is None and time.monotonic() < end:
-            for window in xdotool("search", "--onlyvisible", "--name", "^Orvanel$").split():
+            for window in windows_named("Orvanel"):
                 xdotool("windowfocus", window, "key", "Escape")
             time.sleep(0.3)
         if self.process.poll() is None:
@@ -177,20 +205,14 @@ class Orvanel:
         return self.find_window() == self.window == xdotool("getactivewindow")
 
     def find_window(self):
-        for window in xdotool("search", "--onlyvisible", "--name", "^Orvanel$").split():
-            geometry = self.geometry(window)
-            if geometry and geometry[2] >= 640 and geometry[3] >= 480:
+        for window, geometry in geometries(windows_named("Orvanel")).items():
+            if geometry[2] >= 640 and geometry[3] >= 480:
                 return window
         return None
 
     @staticmethod
     def geometry(window):
-        values = dict(
-            line.split("=") for line in xdotool("getwindowgeometry", "--shell", window).splitlines()
-        )
-        if "WIDTH" not in values:
-            return None
-        return tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+        return geometries([window]).get(window)
 
     def wait_ready(self):
         """Waits until the main window shows a drawn page."""
@@ -201,13 +223,7 @@ class Orvanel:
 
     def picture(self, name=None):
         """The client area as an image; kept under this name when one is given."""
-        PICTURES.mkdir(parents=True, exist_ok=True)
-        path = PICTURES / f"{VARIANT}-{name or 'last'}.png"
-        subprocess.run(
-            ["/usr/bin/import-im6.q16", "-silent", "-window", self.window, str(path)],
-            check=True,
-        )
-        return Image.open(path).convert("RGB")
+        return capture(PICTURES / f"{VARIANT}-{name or 'last'}.png", self.window)
 
     def screen_position(self, x, y, zoom_level=4, position=(0.0, 0.0)):
         """Client pixel of an object standing at floor position x, y."""
@@ -254,9 +270,8 @@ class Orvanel:
 
     @staticmethod
     def answer(key="Return"):
-        """Presses a key in the message box."""
-        for window in xdotool("search", "--onlyvisible", "--name", "^Orvanel$").split():
-            geometry = Orvanel.geometry(window)
-            if geometry and geometry[3] < 480:
+        """Presses a key in the message box, which closes."""
+        for window, geometry in geometries(windows_named("Orvanel")).items():
+            if geometry[3] < 480:
                 xdotool("windowfocus", "--sync", window, "key", key)
-        time.sleep(0.5)
+                wait_for(lambda: window not in windows_named("Orvanel"), what="the message to close")

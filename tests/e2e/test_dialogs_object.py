@@ -18,7 +18,6 @@ from orvanel import (
 )
 
 COMMAND = "Enter the name of a program, folder, document, or Internet resource: "
-BOX_ENTRY = 13  # pixels high, in an open combo box
 TREE_ITEM = 16  # pixels high
 TREE_LABEL = 50  # pixels from the left edge of the tree into a label
 
@@ -83,18 +82,12 @@ def expect_tested(dialog):
     """The action has left its file, and what it ran in has given the keyboard back."""
     wait_for(lambda: TESTED.exists() and TESTED.read_text().strip(), what="the tested action's file")
     assert TESTED.read_text().strip() == "server1"
-    wait_for(lambda: xdotool("getactivewindow") == dialog.window, what="the dialog to be active")
+    wait_for(dialog.is_active, what="the dialog to be active")
 
 
 def click_first_item(dialog):
-    tree = [control for control in dialog.controls if control.kind == "SysTreeView32"][0]
+    tree = dialog.of_kind("SysTreeView32")
     click_at(tree.left + TREE_LABEL, tree.top + 1 + TREE_ITEM // 2)
-
-
-def choose_type(dialog, kind):
-    box = dialog.control("Type:")
-    click_at(*box.middle())
-    click_at(box.middle()[0], box.bottom + 1 + kind * BOX_ENTRY + BOX_ENTRY // 2)
 
 
 def enter(dialog, caption, text):
@@ -106,7 +99,7 @@ def add_with_mouse(dialog, name, command=None, kind=None):
     dialog.click("New")
     type_text(name)
     if kind is not None:
-        choose_type(dialog, kind)  # a click elsewhere ends the label
+        dialog.choose("Type:", kind)  # a click elsewhere ends the label
     if command is not None:
         enter(dialog, COMMAND, command)
 

@@ -3,7 +3,6 @@ texts apart, and with the keyboard alone."""
 
 import re
 import shutil
-import subprocess
 
 import menus
 import pytest
@@ -11,9 +10,7 @@ from dialogs import Dialog, answer_with_mouse, click_at, type_text, wait_text
 from orvanel import (
     DOCUMENTS,
     PAGES,
-    PICTURES,
     SETTINGS,
-    VARIANT,
     Orvanel,
     object_text,
     page_text,
@@ -22,8 +19,8 @@ from orvanel import (
     write_page,
     xdotool,
 )
-from PIL import Image
 
+GRAY = 1  # place in the box of colors
 GREEN_PAGE = ("0.10", "0.60", "0.10")
 NEW_FOLDER = DOCUMENTS / "Orvanel New"  # stands above the page folder in the chooser
 NEW_FOLDER_NAME = "C:\\users\\root\\Documents\\Orvanel New"
@@ -127,14 +124,14 @@ def test_pages_are_made_and_linked_and_a_label_is_written_with_the_mouse():
         page = Dialog("New Page")
         page.photograph("new-page")
         page.click("Link to an existing page file")
-        page.look().click("Browse...")
+        page.click("Browse...")
         chooser = Dialog("Browse")
         chooser.photograph("browse")
-        files = [control for control in chooser.controls if control.kind == "SysListView32"][0]
+        files = chooser.of_kind("SysListView32")
         click_at(files.left + 40, files.top + 10)
         chooser.click("Open")
         chooser.wait_closed()
-        assert page.look().control("File Name:").text == "a_linked-page.orvl"
+        page.wait_text("File Name:", "a_linked-page.orvl")
         page.photograph("new-page-linked")
         page.click("OK")
         page.wait_closed()
@@ -151,13 +148,12 @@ def test_pages_are_made_and_linked_and_a_label_is_written_with_the_mouse():
         answer_with_mouse(program, EDIT_QUESTION, "Yes")
         wait_for((PAGES / "My_Rack.orvl").exists, what="the page file")
         page.wait_closed()
-        program.rest_mouse()
         menus.choose(program, *left, menus.EDIT_PAGE, "New Label")
         label = Dialog("New Label")
         label.click("Label Text:")
         type_text("Cables <here")  # the sign is refused
         label.photograph("new-label")
-        assert label.look().control("Label Text:").text == "Cables here"
+        label.wait_text("Label Text:", "Cables here")
         label.click("OK")
         label.wait_closed()
         menus.choose(program, *right, menus.EDIT_PAGE, "Finish Editing")
@@ -181,8 +177,7 @@ def test_pages_are_made_and_linked_and_a_label_is_written_with_the_keyboard():
         type_text("a_linked-page.orvl")
         Dialog.key("Return")
         page.wait_closed()
-        for _ in range(20):  # the floor under the mouse is another now
-            program.key("Left")
+        program.key(*["Left"] * 20)  # the floor under the mouse is another now
         choose_by_keyboard(program, menus.EDIT_PAGE, "New Page")
         page = Dialog("New Page")
         type_text("My Rack")
@@ -250,20 +245,14 @@ def click_boxes(dialog, boxes):
         dialog.click(caption)
 
 
-def screen():
-    path = PICTURES / f"{VARIANT}-screen.png"
-    subprocess.run(["/usr/bin/import-im6.q16", "-silent", "-window", "root", str(path)], check=True)
-    return Image.open(path).convert("RGB")
-
-
 def is_selection_blue(pixel):
     return pixel[0] < 120 and pixel[1] < 180 and pixel[2] > 200
 
 
 def selected_row(dialog):
     """Screen position of the entry chosen in a tree: it is drawn on the system's blue."""
-    tree = [control for control in dialog.controls if control.kind == "SysTreeView32"][0]
-    pixels = screen().crop((tree.left, tree.top, tree.right, tree.bottom))
+    tree = dialog.of_kind("SysTreeView32")
+    pixels = dialog.picture_of(tree)
     rows = []
     for y in range(pixels.height):
         blue = [x for x in range(pixels.width) if is_selection_blue(pixels.getpixel((x, y)))]
@@ -285,10 +274,8 @@ def test_every_option_is_changed_and_the_page_folder_moved_with_the_mouse():
         for step in range(8):
             xdotool("mousemove", x + 6 * (step + 1), y - 4)
         xdotool("mouseup", 1)
-        colours = dialog.control("Blue")
-        click_at(*colours.middle())
-        click_at(colours.left + 20, colours.bottom + 8 + 13)
-        assert dialog.look().control("Default page color:").text == "Gray"
+        dialog.choose("Default page color:", GRAY)
+        dialog.wait_text("Default page color:", "Gray")
         dialog.click("...")
         chooser = Dialog("Browse for Folder")
         chooser.photograph("folder")
@@ -296,15 +283,18 @@ def test_every_option_is_changed_and_the_page_folder_moved_with_the_mouse():
         click_at(x, y - 16)
         chooser.click("OK")
         chooser.wait_closed()
-        assert dialog.look().control("Page file folder:").text == NEW_FOLDER_NAME
+        dialog.wait_text("Page file folder:", NEW_FOLDER_NAME)
         dialog.click_tab(1)
         dialog.photograph("options-actions")
         click_boxes(dialog, ACTIONS)
         dialog.click_tab(2)
         dialog.photograph("options-graphics")
         click_boxes(dialog, {**WARNINGS, **GRAPHICS, **ENHANCED})
+        dialog.wait(
+            lambda _: all(dialog.control(caption).is_disabled() for caption in GRAPHICS),
+            "the boxes to be disabled",
+        )
         dialog.photograph("options-graphics-not-enhanced")
-        assert all(dialog.look().control(caption).is_disabled() for caption in GRAPHICS)
         dialog.click("OK")
         answer_with_mouse(program, COPY_QUESTION, "Yes")
         answer_with_mouse(program, COPIED, "OK")
@@ -313,8 +303,7 @@ def test_every_option_is_changed_and_the_page_folder_moved_with_the_mouse():
 
 def toggle_boxes(number):
     """From the first one with the focus on; ends behind the last."""
-    for _ in range(number):
-        Dialog.key("space", "Tab")
+    Dialog.key(*["space", "Tab"] * number)
 
 
 def test_every_option_is_changed_and_the_page_folder_moved_with_the_keyboard():
@@ -348,7 +337,7 @@ def test_a_folder_that_does_not_exist_is_refused_and_escape_leaves_everything_as
         Dialog.key("ctrl+Tab", "Return")
         wait_text(program, "The specified Page file folder is invalid.")
         program.answer()
-        assert dialog.look().focus() is dialog.control("Page file folder:")
+        dialog.wait_focus("Page file folder:")
         Dialog.key("Escape")
         dialog.wait_closed()
         assert text_of(SETTINGS / "options.xml") == before
@@ -364,6 +353,6 @@ def test_the_about_box_is_closed_with_enter_and_its_link_reached_with_tab():
             assert about.focus() is about.control("OK")
             Dialog.key(keys[0])
             if len(keys) > 1:
-                assert about.look().focus() is about.control("www.orvanel.example")
+                about.wait_focus("www.orvanel.example")
                 Dialog.key(keys[1])
             about.wait_closed()

@@ -51,8 +51,18 @@ static BOOL CALLBACK print_window(HWND window, LPARAM) {
 
 static constexpr UINT ANSWER_TIME = 5000; // milliseconds
 
-// What stands in a control, of whatever kind it is.
+static bool is_of_class(HWND window, const wchar_t *wanted) {
+    wchar_t name[256];
+    GetClassNameW(window, name, 256);
+    return lstrcmpW(name, wanted) == 0;
+}
+
+// What stands in a control, of whatever kind it is. Each one that is asked waits for a busy dialog.
 static void print_text(HWND control) {
+    if (is_of_class(control, L"Button") || is_of_class(control, L"Static")) {
+        print_caption(control);
+        return;
+    }
     wchar_t text[1024] = L"";
     SendMessageTimeoutW(control, WM_GETTEXT, 1024, reinterpret_cast<LPARAM>(text), SMTO_ABORTIFHUNG,
                         ANSWER_TIME, nullptr);
@@ -64,7 +74,8 @@ static void print_state(HWND control) {
     thread.cbSize = sizeof thread;
     GetGUIThreadInfo(GetWindowThreadProcessId(control, nullptr), &thread);
     DWORD_PTR check = BST_UNCHECKED;
-    SendMessageTimeoutW(control, BM_GETCHECK, 0, 0, SMTO_ABORTIFHUNG, ANSWER_TIME, &check);
+    if (is_of_class(control, L"Button"))
+        SendMessageTimeoutW(control, BM_GETCHECK, 0, 0, SMTO_ABORTIFHUNG, ANSWER_TIME, &check);
     if (check == BST_CHECKED)
         std::printf("checked,");
     if (!IsWindowEnabled(control))
