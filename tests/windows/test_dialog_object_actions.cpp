@@ -15,6 +15,7 @@
 
 #include <dlgs.h>
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -600,4 +601,56 @@ TEST_F(ObjectActions, browsing_offers_all_files_programs_and_documents_and_may_b
     EXPECT_EQ(chosen, 0);
     EXPECT_EQ(shown, "tool.exe");
     EXPECT_EQ(node[object].actions[0]->command, program + " -x");
+}
+
+// Names in the list of a file dialog, in alphabetical order and without their endings.
+static std::set<std::string> files_listed(HWND dialog) {
+    const HWND view = FindWindowExA(dialog, nullptr, "SHELLDLL_DefView", nullptr);
+    const HWND list = FindWindowExA(view, nullptr, "SysListView32", nullptr);
+    std::set<std::string> names;
+    const LRESULT total = SendMessageA(list, LVM_GETITEMCOUNT, 0, 0);
+    for (LRESULT i = 0; i < total; i++) {
+        char text[100] = "";
+        LVITEMA item = {};
+        item.pszText = text;
+        item.cchTextMax = sizeof text;
+        SendMessageA(list, LVM_GETITEMTEXTA, static_cast<WPARAM>(i),
+                     reinterpret_cast<LPARAM>(&item));
+        const std::string name = text;
+        names.insert(name.substr(0, name.find('.')));
+    }
+    return names;
+}
+
+TEST_F(ObjectActions, browsing_lists_what_the_chosen_filter_lets_through) {
+    using Names = std::set<std::string>;
+    begin("a");
+    for (const char *file : {"a.exe", "b.com", "c.bat", "d.cmd", "e.doc", "f.docx", "g.txt",
+                             "h.rtf", "i.pdf", "j.obj"})
+        window.pages.write(file, "");
+    const std::string program = window.pages.file("a.exe");
+    std::vector<Names> listed;
+    const Step look = [&](HWND dialog) { listed.push_back(files_listed(dialog)); };
+    const Step next = [](HWND dialog) {
+        SendDlgItemMessageA(dialog, cmb1, WM_KEYDOWN, VK_DOWN, 1);
+        SendDlgItemMessageA(dialog, cmb1, WM_KEYUP, VK_DOWN, 1);
+    };
+    DialogPlayer player({
+        {"Object Properties", [](HWND dialog) { show_actions(dialog); }},
+        {"Object Properties",
+         [&](HWND) { type(actions(), RESOURCE_ACTION_COMMAND, program.c_str()); }},
+        {"Object Properties", [](HWND) { press_button(RESOURCE_ACTION_BROWSE); }},
+        {"Browse", look},
+        {"Browse", next},
+        {"Browse", look},
+        {"Browse", next},
+        {"Browse", look},
+        {"Browse", [](HWND dialog) { PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0); }},
+    });
+    dialog_object_show();
+    EXPECT_TRUE(player.done());
+    ASSERT_EQ(listed.size(), 3u);
+    EXPECT_EQ(listed[0], (Names{"a", "b", "c", "d", "e", "f", "g", "h", "i", "j", "home", "sub"}));
+    EXPECT_EQ(listed[1], (Names{"a", "b", "c", "d"}));
+    EXPECT_EQ(listed[2], (Names{"e", "f", "g", "h", "i"}));
 }
