@@ -14,13 +14,14 @@
 #include "scene/scene_page.h"
 #include "scene/scene_transition.h"
 
-static bool is_yes(const char *question) {
-    return message_box(question, MESSAGE_CAPTION, MessageIcon::Question, MessageButtons::YesNo) ==
+static bool is_yes(const char *question, MessageButtons buttons) {
+    return message_box(question, MESSAGE_CAPTION, MessageIcon::Question, buttons) ==
            MessageAnswer::Yes;
 }
 
 static bool deletion_is_confirmed() {
-    return orvanel_options.confirm_object_delete != 1 || is_yes("Are you sure?");
+    return orvanel_options.confirm_object_delete != 1 ||
+           is_yes("Are you sure?", MessageButtons::YesNo);
 }
 
 // A label is no object and was never counted.
@@ -49,7 +50,8 @@ static bool file_goes_too(std::int32_t id) {
     if (id == COMMAND_DELETE_KEEPING_FILE)
         return false;
     return orvanel_options.confirm_page_file_delete != 1 ||
-           is_yes("The Page has been deleted.\nDo you also want to delete the page file?");
+           is_yes("The Page has been deleted.\nDo you also want to delete the page file?",
+                  MessageButtons::YesNoCareful);
 }
 
 // By either of its names: with its folder or without.

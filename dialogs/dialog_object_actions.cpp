@@ -330,10 +330,17 @@ bool dialog_object_end_label_edit(bool cancel) {
     return true;
 }
 
+// A moment after a click on the selected item the tree begins by itself: not when the user has gone
+// on to another control, whose keys the label would take.
+static bool is_late() {
+    const HWND focused = GetFocus();
+    return focused != nullptr && focused != hwnd_treeview;
+}
+
 // Nonzero refuses: separators and the line of an empty list have no name.
 static LONG begin_label(std::int32_t id) {
     const Action *record = action_tree_record(id);
-    if (record == nullptr || record->type == ACTION_SEPARATOR)
+    if (record == nullptr || record->type == ACTION_SEPARATOR || is_late())
         return TRUE;
     page_text_edit_attach(label_edit(), ACTION_NAME_LENGTH);
     label_open = true;

@@ -3,7 +3,12 @@
 #pragma once
 
 enum class MessageIcon { None, Information, Exclamation, Question, Error };
-enum class MessageButtons { Ok, YesNo, YesNoCancel };
+enum class MessageButtons {
+    Ok,
+    YesNo,
+    YesNoCancel,
+    YesNoCareful, // No is the default: for what cannot be undone
+};
 enum class MessageAnswer { Ok, Yes, No, Cancel };
 
 // Shows the box over the main window (if there is one) and waits for the answer. A closed box

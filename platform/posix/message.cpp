@@ -8,6 +8,7 @@ static MessageAnswer closed(MessageButtons buttons) {
     case MessageButtons::YesNoCancel:
         return MessageAnswer::Cancel;
     case MessageButtons::YesNo:
+    case MessageButtons::YesNoCareful:
         return MessageAnswer::No;
     default:
         return MessageAnswer::Ok;

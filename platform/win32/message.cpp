@@ -43,6 +43,8 @@ static UINT button_flag(MessageButtons buttons) {
         return MB_YESNO;
     case MessageButtons::YesNoCancel:
         return MB_YESNOCANCEL;
+    case MessageButtons::YesNoCareful:
+        return MB_YESNO | MB_DEFBUTTON2;
     default:
         return MB_OK;
     }

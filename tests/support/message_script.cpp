@@ -80,6 +80,8 @@ static ShownMessage read_box(HWND box) {
     ShownMessage message = {.text = window_text(GetDlgItem(box, TEXT_CONTROL)),
                             .caption = window_text(box),
                             .owner = GetWindow(box, GW_OWNER)};
+    message.defaults_to_no =
+        (GetWindowLongA(GetDlgItem(box, IDNO), GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
     EnumChildWindows(box, look_at_icon, reinterpret_cast<LPARAM>(&message.icon));
     return message;
 }

@@ -10,7 +10,9 @@
 struct ShownMessage {
     std::string text, caption;
     MessageIcon icon = MessageIcon::None;
-    void *owner = nullptr; // the window it is over, an HWND; always null natively
+    // Only of real boxes:
+    void *owner = nullptr;       // the window it is over, an HWND
+    bool defaults_to_no = false; // the Enter key presses No
 };
 
 struct MessageScript {

@@ -488,10 +488,10 @@ TEST(CommandMessages, have_the_icons_and_buttons_of_their_kind) {
     const MessageScript script({MessageAnswer::Yes, MessageAnswer::Yes});
     stage_command(COMMAND_DELETE, stage_add_page("Sub", "sub.orvl", 0.0f, 0.0f));
     ASSERT_EQ(recorder.messages.size(), 2u);
-    for (const RecordedMessage &question : recorder.messages) {
+    for (const RecordedMessage &question : recorder.messages)
         EXPECT_EQ(question.icon, MessageIcon::Question);
-        EXPECT_EQ(question.buttons, MessageButtons::YesNo);
-    }
+    EXPECT_EQ(recorder.messages[0].buttons, MessageButtons::YesNo);
+    EXPECT_EQ(recorder.messages[1].buttons, MessageButtons::YesNoCareful); // the file is gone then
     while (node_total < 255)
         stage_add_object("b", 50.0f, 50.0f);
     clipboard_fill(0, CLIPBOARD_COPIED);

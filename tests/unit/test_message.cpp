@@ -50,6 +50,14 @@ TEST(Message, a_box_over_a_window_that_takes_no_input_leaves_it_like_that) {
     EXPECT_EQ(owner, script.shown()[1].owner);
     DestroyWindow(owner);
 }
+
+TEST(Message, the_enter_key_answers_a_careful_question_with_No) {
+    MessageScript script({MessageAnswer::Yes, MessageAnswer::Yes});
+    message_box("a", "b", MessageIcon::Question, MessageButtons::YesNo);
+    message_box("a", "b", MessageIcon::Question, MessageButtons::YesNoCareful);
+    EXPECT_FALSE(script.shown()[0].defaults_to_no);
+    EXPECT_TRUE(script.shown()[1].defaults_to_no);
+}
 #endif
 
 TEST(Message, every_icon_is_the_one_asked_for) {
@@ -76,10 +84,21 @@ TEST(Message, every_button_gives_its_answer) {
     EXPECT_EQ(5u, script.shown().size());
 }
 
+TEST(Message, a_careful_question_is_answered_like_any_other) {
+    MessageScript script({MessageAnswer::Yes, MessageAnswer::No});
+    const auto ask = [] {
+        return message_box("a", "b", MessageIcon::Question, MessageButtons::YesNoCareful);
+    };
+    EXPECT_EQ(MessageAnswer::Yes, ask());
+    EXPECT_EQ(MessageAnswer::No, ask());
+}
+
 TEST(Message, a_box_nobody_planned_for_gets_its_harmless_button) {
     MessageScript script;
     EXPECT_EQ(MessageAnswer::Ok, message_box("a", "b", MessageIcon::None));
     EXPECT_EQ(MessageAnswer::Cancel,
               message_box("a", "b", MessageIcon::None, MessageButtons::YesNoCancel));
     EXPECT_EQ(MessageAnswer::No, message_box("a", "b", MessageIcon::None, MessageButtons::YesNo));
+    EXPECT_EQ(MessageAnswer::No,
+              message_box("a", "b", MessageIcon::None, MessageButtons::YesNoCareful));
 }

@@ -297,6 +297,38 @@ TEST_F(ObjectActions, separators_and_the_line_of_an_empty_list_have_no_label_to_
     });
 }
 
+// As long as the tree waits whether a second click follows, twice.
+static void wait_for_label() {
+    for (const DWORD begin = GetTickCount(); GetTickCount() - begin < 2 * GetDoubleClickTime();) {
+        for (MSG message; PeekMessageA(&message, hwnd_treeview, 0, 0, PM_REMOVE) != 0;)
+            DispatchMessageA(&message);
+        Sleep(10);
+    }
+}
+
+TEST_F(ObjectActions, a_click_on_the_selected_item_opens_its_label_unless_the_user_has_gone_on) {
+    begin("ab");
+    play_actions({
+        [](HWND) {
+            SetFocus(hwnd_treeview);
+            click_item('a');
+            wait_for_label();
+            EXPECT_NE(label_edit_shown(), nullptr);
+            SendMessageA(hwnd_treeview, TVM_ENDEDITLABELNOW, TRUE, 0);
+        },
+        [](HWND) {
+            SetFocus(hwnd_treeview);
+            click_item('a');
+        },
+        [](HWND) {
+            SetFocus(GetDlgItem(actions(), RESOURCE_ACTION_COMMAND));
+            wait_for_label();
+            EXPECT_EQ(label_edit_shown(), nullptr);
+            EXPECT_TRUE(has_focus(actions(), RESOURCE_ACTION_COMMAND));
+        },
+    });
+}
+
 TEST_F(ObjectActions, the_51st_action_is_not_offered) {
     begin(std::string(NODE_ACTIONS - 1, 'a'));
     play_actions({
