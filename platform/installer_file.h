@@ -22,7 +22,8 @@ int installer_file_seal(InstallerFile *file);
 // The next bytes of a sealed file, from its beginning: their number, 0 at the end, -1 on failure.
 long long installer_file_read(InstallerFile *file, std::span<char> target);
 
-// Has the shell start a sealed file with this verb. 0, or 1 when it was not started.
+// Has the shell start a sealed file with this verb, and waits until the process stands: then the
+// system holds the file. 0, or 1 when it was not started.
 int installer_file_start(InstallerFile *file, const char *verb);
 
 // Each ends the record; null is allowed.

@@ -55,8 +55,9 @@ enum AutoUpdateStep : std::int32_t {
     AUTO_UPDATE_CONNECTED = 0,
     AUTO_UPDATE_NO_FILE = 1,    // no place for the installer
     AUTO_UPDATE_NO_CONNECT = 2, // the request failed
-    AUTO_UPDATE_CHUNK = 3,      // the value is the number of chunks so far, mostly 20 in all
-    AUTO_UPDATE_FAILED = 4,     // incomplete or not the vendor's; the file is gone
+    AUTO_UPDATE_CHUNK =
+        3, // the value is the number of chunks so far, mostly 20 in all, never > 1000
+    AUTO_UPDATE_FAILED = 4, // incomplete or not the vendor's; the file is gone
     AUTO_UPDATE_COMPLETE =
         5, // auto_update_start_installer may be called, within the report already
 };
@@ -77,8 +78,8 @@ void auto_update_check_download_new_version_thread_func(const AutoUpdateDialog *
 void auto_update_cancel_download();
 
 // Starts the installer that was downloaded, asking for the administrator's rights where the system
-// knows such. Until then nobody can have written or replaced the file. 0, or 1 when there is none
-// or it was not started.
+// knows such. Until its process stands nobody can have written or replaced the file. 0, or 1 when
+// there is none or it was not started; the file goes soon then.
 std::int32_t auto_update_start_installer();
 
 // The server's name for the dialog, and the address of a file or page there. The page for a

@@ -9,11 +9,16 @@
 #include "update/auto_update_signature.h"
 #include "update/http_client.h"
 
-static constexpr std::int64_t CHUNKS = 20;       // that the progress bar shows
-static constexpr std::int64_t LAST_CHUNK = 1;    // bytes; a chunk that gave no more was the last
+static constexpr std::int64_t CHUNKS = 20;    // that the progress bar shows
+static constexpr std::int64_t LAST_CHUNK = 1; // bytes; a chunk that gave no more was the last
+// Chunks that are reported. The bar is full by then; a server that announces a few bytes and sends
+// without end would keep the dialog busy with reports, which go before what the user does.
+static constexpr std::int32_t CHUNKS_TOLD = 1000;
 static constexpr std::uint32_t STOP_TIME = 2000; // milliseconds that the download has to end
-static constexpr std::uint32_t END_TIME = 200;   // milliseconds from its last report to its end
-static constexpr std::uint32_t END_STEP = 1;     // millisecond between two looks
+// From its last report to its end, in milliseconds. The main thread waits for it, and a step may
+// take twice as long as it says.
+static constexpr std::uint32_t END_TIME = 100;
+static constexpr std::uint32_t END_STEP = 10; // between two looks
 
 static Thread *download_thread;
 static AutoUpdateDialog download_dialog; // handed to the thread
@@ -57,7 +62,8 @@ static bool receive(const AutoUpdateDialog *dialog, std::int64_t length) {
         if (got <= 0)
             break;
         total += got;
-        report(dialog, AUTO_UPDATE_CHUNK, ++chunks);
+        if (chunks < CHUNKS_TOLD)
+            report(dialog, AUTO_UPDATE_CHUNK, ++chunks);
     } while (got > LAST_CHUNK && !cancelled);
     http_client_close(&connection);
     return total > 0 && total >= length && total < http_client_limits.disk_bytes;
@@ -92,7 +98,11 @@ static void fail(const AutoUpdateDialog *dialog, AutoUpdateStep step) {
 
 static void complete(const AutoUpdateDialog *dialog) {
     installer_ready = true;
-    if (!report(dialog, AUTO_UPDATE_COMPLETE) && installer_ready.exchange(false))
+    report(dialog, AUTO_UPDATE_COMPLETE);
+}
+
+static void discard_unstarted() {
+    if (installer_ready.exchange(false))
         auto_update_installer_discard(&installer);
 }
 
@@ -107,15 +117,24 @@ void auto_update_check_download_new_version_thread_func(const AutoUpdateDialog *
         return;
     }
     report(dialog, AUTO_UPDATE_CONNECTED);
-    if (!receive(dialog, length) || auto_update_installer_finish(&installer) != 0 || !is_vendors())
+    if (!receive(dialog, length) || auto_update_installer_finish(&installer, cancelled) != 0 ||
+        !is_vendors())
         fail(dialog, AUTO_UPDATE_FAILED);
     else
         complete(dialog);
 }
 
+// Whichever of the two comes last, the end of the thread or the cancelling, sees the other and
+// discards what is complete.
+static void end_thread() {
+    running = false;
+    if (cancelled)
+        discard_unstarted();
+}
+
 static void run_download() {
     auto_update_check_download_new_version_thread_func(&download_dialog);
-    running = false;
+    end_thread();
 }
 
 // The thread that has reported its last is about to end. False when it has not.
@@ -131,9 +150,23 @@ static void join_download() {
     download_thread = nullptr;
 }
 
-static void discard_unstarted() {
-    if (installer_ready.exchange(false))
-        auto_update_installer_discard(&installer);
+// Null when the system gives no thread.
+static Thread *start_thread(void (*function)()) {
+    join_download(); // its end is all that is left of it
+    running = true;
+    download_thread = thread_start(function);
+    if (download_thread == nullptr)
+        running = false;
+    return download_thread;
+}
+
+// The dialog has no more use for what is complete. Its thread discards that, or one of its own:
+// somebody who looks at the file keeps it from being deleted for a while, which the caller, the
+// main thread, must not wait for.
+static void discard_aside() {
+    cancelled = true;
+    if (!running && installer_ready && start_thread(end_thread) == nullptr)
+        discard_unstarted();
 }
 
 std::int32_t auto_update_download(const AutoUpdateDialog &dialog) {
@@ -144,21 +177,22 @@ std::int32_t auto_update_download(const AutoUpdateDialog &dialog) {
     download_dialog = dialog;
     cancelled = false;
     http_client_allow(&connection);
-    running = true;
-    download_thread = thread_start(run_download);
-    if (download_thread == nullptr)
-        running = false;
-    return download_thread != nullptr ? 0 : 1;
+    return start_thread(run_download) != nullptr ? 0 : 1;
 }
 
 void auto_update_cancel_download() {
-    cancelled = true;
     http_client_abort(&connection);
-    discard_unstarted(); // complete, but the dialog went before it heard of it
+    discard_aside();
 }
 
 std::int32_t auto_update_start_installer() {
-    return installer_ready.exchange(false) ? auto_update_installer_start(&installer) : 1;
+    if (cancelled || !installer_ready.exchange(false))
+        return 1;
+    if (auto_update_installer_start(&installer) == 0)
+        return 0;
+    installer_ready = true; // as it was
+    discard_aside();
+    return 1;
 }
 
 void auto_update_download_stop() {

@@ -52,17 +52,18 @@ bool auto_update_installer_write(AutoUpdateInstaller *installer, std::span<const
     return true;
 }
 
-// Digest of what the file holds now. 0, or 1 when it cannot be read.
-static int read_digest(InstallerFile *file, Sha256Digest *digest) {
+// Digest of what the file holds now. 0, or 1 when it cannot be read or stop is set: nobody is to
+// wait for a large file that is not wanted any more.
+static int read_digest(InstallerFile *file, const std::atomic<bool> &stop, Sha256Digest *digest) {
     Sha256 *sha256 = sha256_begin();
     if (sha256 == nullptr)
         return 1;
     std::vector<char> block(READ_BLOCK);
     long long got = 0;
-    while ((got = installer_file_read(file, block)) > 0)
+    while (!stop && (got = installer_file_read(file, block)) > 0)
         sha256_add(sha256, std::span(block).first(static_cast<std::size_t>(got)));
     const int result = sha256_end(sha256, digest);
-    return got == 0 ? result : 1;
+    return got == 0 && !stop ? result : 1;
 }
 
 static int take_digest(AutoUpdateInstaller *installer) {
@@ -73,23 +74,23 @@ static int take_digest(AutoUpdateInstaller *installer) {
     return result;
 }
 
-std::int32_t auto_update_installer_finish(AutoUpdateInstaller *installer) {
+std::int32_t auto_update_installer_finish(AutoUpdateInstaller *installer,
+                                          const std::atomic<bool> &stop) {
     Sha256Digest found = {};
     const bool whole = take_digest(installer) == 0 && !installer->failed &&
                        installer_file_seal(installer->file) == 0 &&
-                       read_digest(installer->file, &found) == 0 && found == installer->digest;
+                       read_digest(installer->file, stop, &found) == 0 &&
+                       found == installer->digest;
     return whole ? 0 : 1;
 }
 
 std::int32_t auto_update_installer_start(AutoUpdateInstaller *installer) {
     const char *verb = system_major_version() > ELEVATION_SINCE ? "runas" : "open";
-    const int result = installer_file_start(installer->file, verb);
-    if (result == 0)
-        installer_file_keep(installer->file);
-    else
-        installer_file_delete(installer->file);
+    if (installer_file_start(installer->file, verb) != 0)
+        return 1;
+    installer_file_keep(installer->file);
     installer->file = nullptr;
-    return result;
+    return 0;
 }
 
 void auto_update_installer_discard(AutoUpdateInstaller *installer) {

@@ -4,6 +4,7 @@
 
 #include "platform/signature.h"
 
+#include <atomic>
 #include <cstdint>
 #include <span>
 
@@ -22,10 +23,12 @@ std::int32_t auto_update_installer_open(AutoUpdateInstaller *installer);
 // False when it could not be written; nothing is written any more then.
 bool auto_update_installer_write(AutoUpdateInstaller *installer, std::span<const char> bytes);
 
-// All is written. 0, or 1 when the file does not hold what was written.
-std::int32_t auto_update_installer_finish(AutoUpdateInstaller *installer);
+// All is written. 0, or 1 when the file does not hold what was written, or stop was set before all
+// of it had been read again.
+std::int32_t auto_update_installer_finish(AutoUpdateInstaller *installer,
+                                          const std::atomic<bool> &stop);
 
-// 0, or 1 when it was not started; the file is deleted then.
+// 0, or 1 when it was not started; it can still be discarded then.
 std::int32_t auto_update_installer_start(AutoUpdateInstaller *installer);
 
 // Deletes the file, if there is one.

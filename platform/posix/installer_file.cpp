@@ -59,6 +59,8 @@ int installer_file_seal(InstallerFile *file) {
 }
 
 long long installer_file_read(InstallerFile *file, std::span<char> target) {
+    if (recorder.installer_read != nullptr)
+        recorder.installer_read();
     return read(file->file, target.data(), target.size());
 }
 

@@ -43,9 +43,11 @@ struct Recorder {
     int (*start_result)(const RecordedStart &start); // null = every start succeeds
     std::vector<RecordedInstaller> installers;       // started
     bool installer_refused;                          // by the user or the system
-    std::int32_t system_major_version;               // 0 = 10
-    std::string browser_command;                     // empty = there is no such registry key
-    std::vector<RecordedMenu> menus;                 // shown, and closed without a choice
+    void (*installer_read)();          // called before each read of one; null = nothing
+    bool threads_refused;              // none is started
+    std::int32_t system_major_version; // 0 = 10
+    std::string browser_command;       // empty = there is no such registry key
+    std::vector<RecordedMenu> menus;   // shown, and closed without a choice
 
     std::vector<RecordedDialog> dialogs; // shown
     // Plays the user of a dialog and returns its DialogResult; null = it is cancelled.

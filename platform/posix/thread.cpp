@@ -1,5 +1,7 @@
 #include "platform/thread.h"
 
+#include "platform/posix/recorder.h"
+
 #include <chrono>
 #include <ctime>
 #include <pthread.h>
@@ -16,7 +18,8 @@ static void *run(void *function) {
 
 Thread *thread_start(void (*function)()) {
     pthread_t handle;
-    if (pthread_create(&handle, nullptr, run, reinterpret_cast<void *>(function)) != 0)
+    if (recorder.threads_refused ||
+        pthread_create(&handle, nullptr, run, reinterpret_cast<void *>(function)) != 0)
         return nullptr;
     return new Thread{handle};
 }

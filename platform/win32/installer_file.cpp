@@ -9,7 +9,6 @@
 
 #include <string>
 
-static constexpr INT_PTR SHELL_ERROR_MAX = 32; // ShellExecute reports success above it
 // Virus scanners look at a file for a moment after it was written; they are waited for.
 static constexpr int SCAN_ATTEMPTS = 25;
 static constexpr DWORD SCAN_PAUSE = 20; // milliseconds
@@ -141,11 +140,20 @@ long long installer_file_read(InstallerFile *file, std::span<char> target) {
     return got;
 }
 
+// The shell may start programs beside the caller, above all those that get the administrator's
+// rights; here it comes back only when the process stands or never will (SEE_MASK_NOASYNC). The
+// system lets nobody write into or delete the file of a process, so that from then on it needs no
+// holding: there is no moment between the last byte and the start in which it is free.
 int installer_file_start(InstallerFile *file, const char *verb) {
     const std::wstring wide_verb(verb, verb + std::char_traits<char>::length(verb));
-    const HINSTANCE result = ShellExecuteW(static_cast<HWND>(window_in_front()), wide_verb.c_str(),
-                                           file->path.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
-    return reinterpret_cast<INT_PTR>(result) > SHELL_ERROR_MAX ? 0 : 1;
+    SHELLEXECUTEINFOW start = {};
+    start.cbSize = sizeof start;
+    start.fMask = SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI;
+    start.hwnd = static_cast<HWND>(window_in_front());
+    start.lpVerb = wide_verb.c_str();
+    start.lpFile = file->path.c_str();
+    start.nShow = SW_SHOWNORMAL;
+    return ShellExecuteExW(&start) != 0 ? 0 : 1;
 }
 
 void installer_file_keep(InstallerFile *file) {

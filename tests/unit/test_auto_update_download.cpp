@@ -243,8 +243,32 @@ TEST_F(AutoUpdateDownloadTest, an_installer_whose_dialog_goes_while_it_is_told_i
             auto_update_cancel_download();
     };
     download();
-    EXPECT_FALSE(file_is_there());
+    EXPECT_TRUE(wait_until([this] { return !file_is_there(); }));
     EXPECT_NE(0, auto_update_start_installer());
+}
+
+TEST_F(AutoUpdateDownloadTest, an_installer_whose_dialog_goes_after_its_end_was_told_is_deleted) {
+    give_installer();
+    EXPECT_EQ(steps(20, AUTO_UPDATE_COMPLETE), download());
+    thread_sleep(20); // the thread has told all and ends
+    auto_update_cancel_download();
+    EXPECT_TRUE(wait_until([this] { return !file_is_there(); }));
+    EXPECT_NE(0, auto_update_start_installer());
+}
+
+TEST_F(AutoUpdateDownloadTest, a_download_that_waits_in_its_last_report_is_not_over_yet) {
+    std::atomic<bool> held = true;
+    on_step = [&](std::int32_t step, std::int32_t) {
+        while (step == AUTO_UPDATE_NO_CONNECT && held)
+            thread_sleep(1);
+    };
+    ASSERT_EQ(0, auto_update_download(dialog)); // not found
+    EXPECT_TRUE(wait_told(1));
+    EXPECT_NE(0, auto_update_download(dialog));
+    EXPECT_EQ(1, server.connections());
+    held = false;
+    give_installer();
+    EXPECT_EQ(steps(20, AUTO_UPDATE_COMPLETE), download()) << "its end is waited for";
 }
 
 #ifndef _WIN32
@@ -289,7 +313,71 @@ TEST_F(AutoUpdateDownloadTest, an_installer_that_the_user_refuses_to_start_is_de
     give_installer();
     ASSERT_EQ(steps(20, AUTO_UPDATE_COMPLETE), download());
     EXPECT_NE(0, auto_update_start_installer());
+    EXPECT_TRUE(wait_until([this] { return !file_is_there(); }));
+    EXPECT_NE(0, auto_update_start_installer()) << "it is asked for once";
+    EXPECT_EQ(1u, recorder.installers.size());
+}
+
+TEST_F(AutoUpdateDownloadTest, an_installer_refused_while_its_end_is_told_is_deleted) {
+    recorder.installer_refused = true;
+    give_installer();
+    on_step = [](std::int32_t step, std::int32_t) {
+        if (step == AUTO_UPDATE_COMPLETE) {
+            EXPECT_NE(0, auto_update_start_installer());
+        }
+    };
+    EXPECT_EQ(steps(20, AUTO_UPDATE_COMPLETE), download());
+    EXPECT_TRUE(wait_until([this] { return !file_is_there(); }));
+}
+
+TEST_F(AutoUpdateDownloadTest, without_a_thread_there_is_no_download_until_there_is_one_again) {
+    give_installer();
+    recorder.threads_refused = true;
+    EXPECT_NE(0, auto_update_download(dialog));
+    EXPECT_NE(0, auto_update_download(dialog)) << "not because one runs";
+    EXPECT_EQ(0, server.connections());
     EXPECT_FALSE(file_is_there());
+    recorder.threads_refused = false;
+    EXPECT_EQ(steps(20, AUTO_UPDATE_COMPLETE), download());
+}
+
+TEST_F(AutoUpdateDownloadTest, without_a_thread_what_was_not_started_is_deleted_all_the_same) {
+    recorder.installer_refused = true;
+    for (const bool starts : {true, false}) {
+        give_installer();
+        ASSERT_EQ(steps(20, AUTO_UPDATE_COMPLETE), download());
+        thread_sleep(20); // the thread has told all and ends
+        recorder.threads_refused = true;
+        if (starts) {
+            EXPECT_NE(0, auto_update_start_installer());
+        } else {
+            auto_update_cancel_download();
+        }
+        EXPECT_TRUE(wait_until([this] { return !file_is_there(); })) << starts;
+        recorder.threads_refused = false;
+    }
+}
+
+static std::atomic<int> reads; // of the installer
+
+static void cancel_at_the_second_read() {
+    if (++reads == 2)
+        auto_update_cancel_download();
+}
+
+TEST_F(AutoUpdateDownloadTest, cancelling_while_a_large_installer_is_read_again_ends_that_too) {
+    static constexpr std::size_t BYTES = 4'000'000; // many blocks
+    http_client_limits.disk_bytes = 2 * BYTES;
+    give_installer(test_installer(BYTES));
+    reads = 0;
+    recorder.installer_read = cancel_at_the_second_read;
+    ASSERT_EQ(0, auto_update_download(dialog));
+    EXPECT_TRUE(wait_told(1 + 20));
+    EXPECT_TRUE(wait_until([this] { return !file_is_there(); }));
+    auto_update_stop();
+    EXPECT_EQ(2, reads);
+    EXPECT_EQ(21u, told().size()) << "its end is not told";
+    expect_not_started();
 }
 
 class AutoUpdatePlacesTest : public UpdateTest {

@@ -6,6 +6,7 @@
 #include "platform/network.h"
 #include "platform/text.h"
 #include "platform/thread.h"
+#include "tests/support/hostile_servers.h"
 #include "tests/support/http_server.h"
 #include "tests/support/spin_lock.h"
 #include "tests/support/test_folder.h"
@@ -81,6 +82,15 @@ protected:
 
     void give_installer(const std::string &bytes = test_installer()) {
         server.give(INSTALLER_PATH, http_answer(bytes));
+    }
+
+    // The server answers like this one, and the program knows its key.
+    void give(const HostileUpdate &update) {
+        auto_update_server.key = update.key;
+        server.reads_requests = update.reads_request;
+        server.give("", update.installer);
+        server.give(INSTALLER_PATH, update.installer);
+        server.give(SIGNATURE_PATH, update.signature);
     }
 
     // A whole download. Returns what the dialog was told from the beginning.

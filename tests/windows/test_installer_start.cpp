@@ -11,6 +11,7 @@
 #include <vector>
 
 static constexpr char NAME[] = "orvanel_setup.exe";
+static constexpr DWORD SHARE_ALL = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 static constexpr DWORD WAIT = 20'000;  // milliseconds
 static constexpr DWORD WAIT_STEP = 50; // milliseconds
 
@@ -25,6 +26,9 @@ static const bool started_as_installer = [] {
     if (!path.ends_with(NAME))
         return false;
     file_replace_text((path + ".started").c_str(), GetCommandLineA());
+    for (DWORD waited = 0; waited < WAIT && !file_exists((path + ".end").c_str());
+         waited += WAIT_STEP)
+        Sleep(WAIT_STEP);
     ExitProcess(0);
 }();
 
@@ -42,6 +46,16 @@ static std::string wait_for_command_line(const std::string &trace) {
     return {bytes.begin(), bytes.end()};
 }
 
+// Only when its process has ended can a program be deleted.
+static bool wait_until_deleted(const std::string &path) {
+    for (DWORD waited = 0; waited < WAIT; waited += WAIT_STEP) {
+        if (DeleteFileA(path.c_str()) != 0)
+            return true;
+        Sleep(WAIT_STEP);
+    }
+    return false;
+}
+
 TEST(InstallerStart, a_sealed_file_is_started_without_parameters_while_it_is_held) {
     std::vector<char> program;
     ASSERT_EQ(0, file_read(own_path().c_str(), &program));
@@ -54,7 +68,12 @@ TEST(InstallerStart, a_sealed_file_is_started_without_parameters_while_it_is_hel
         EXPECT_EQ(0, installer_file_start(file, verb));
         EXPECT_EQ(0, DeleteFileA(folder.file(NAME).c_str())) << "it is still held";
         installer_file_keep(file);
+        EXPECT_EQ(0, DeleteFileA(folder.file(NAME).c_str())) << "the process holds it at once";
+        EXPECT_EQ(INVALID_HANDLE_VALUE, CreateFileA(folder.file(NAME).c_str(), GENERIC_WRITE,
+                                                    SHARE_ALL, nullptr, OPEN_EXISTING, 0, nullptr));
         const std::string trace = folder.file(NAME) + ".started";
         EXPECT_EQ("\"" + folder.file(NAME) + "\"", wait_for_command_line(trace)) << verb;
+        file_replace_text((folder.file(NAME) + ".end").c_str(), "");
+        EXPECT_TRUE(wait_until_deleted(folder.file(NAME)));
     }
 }
