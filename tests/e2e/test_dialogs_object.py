@@ -18,6 +18,7 @@ from orvanel import (
 )
 
 COMMAND = "Enter the name of a program, folder, document, or Internet resource: "
+STEADY_LOOKS = 8  # a tenth of a second apart
 TREE_ITEM = 16  # pixels high
 TREE_LABEL = 50  # pixels from the left edge of the tree into a label
 
@@ -82,7 +83,13 @@ def expect_tested(dialog):
     """The action has left its file, and what it ran in has given the keyboard back."""
     wait_for(lambda: TESTED.exists() and TESTED.read_text().strip(), what="the tested action's file")
     assert TESTED.read_text().strip() == "server1"
-    wait_for(dialog.is_active, what="the dialog to be active")
+    looks = []  # the other window may yet come up and go
+
+    def keeps_keyboard():
+        looks.append(dialog.is_active())
+        return len(looks) >= STEADY_LOOKS and all(looks[-STEADY_LOOKS:])
+
+    wait_for(keeps_keyboard, what="the dialog to be active")
 
 
 def click_first_item(dialog):
