@@ -55,11 +55,9 @@ enum AutoUpdateStep : std::int32_t {
     AUTO_UPDATE_CONNECTED = 0,
     AUTO_UPDATE_NO_FILE = 1,    // no place for the installer
     AUTO_UPDATE_NO_CONNECT = 2, // the request failed
-    AUTO_UPDATE_CHUNK =
-        3, // the value is the number of chunks so far, mostly 20 in all, never > 1000
-    AUTO_UPDATE_FAILED = 4, // incomplete or not the vendor's; the file is gone
-    AUTO_UPDATE_COMPLETE =
-        5, // auto_update_start_installer may be called, within the report already
+    AUTO_UPDATE_CHUNK = 3,      // the value is the number of chunks so far, mostly 20 in all
+    AUTO_UPDATE_FAILED = 4,     // incomplete or not the vendor's; the file is gone
+    AUTO_UPDATE_COMPLETE = 5,   // auto_update_start_installer may be called, even in the report
 };
 
 // report is called by the download's thread and may wait for the dialog's; never after
