@@ -136,9 +136,24 @@ TEST_F(LabelDialog, It_opens_over_the_middle_of_the_main_window) {
     EXPECT_TRUE(IsWindowEnabled(hWnd));
 }
 
+// The window manager may still be placing the new window and take a move back: it is made until the
+// window stays.
+static void move_window(int x, int y) {
+    constexpr DWORD settle_time = 200; // milliseconds
+    for (int stays = 0, attempts = 0; stays < 3 && attempts < 30; attempts++) {
+        RECT area;
+        GetWindowRect(hWnd, &area);
+        stays = area.left == x && area.top == y ? stays + 1 : 0;
+        if (stays == 0)
+            SetWindowPos(hWnd, nullptr, x, y, 640, 480, SWP_NOZORDER);
+        Sleep(settle_time);
+        handle_messages();
+    }
+}
+
 TEST_F(LabelDialog, Over_a_window_at_the_edge_it_is_pulled_back_so_that_50_pixels_remain) {
     const int screen = GetSystemMetrics(SM_CXSCREEN);
-    SetWindowPos(hWnd, nullptr, screen - 100, 100, 640, 480, SWP_NOZORDER);
+    move_window(screen - 100, 100);
     RECT client;
     GetClientRect(hWnd, &client);
     MapWindowPoints(hWnd, nullptr, reinterpret_cast<POINT *>(&client), 2);
