@@ -15,7 +15,7 @@ case $kind in
 native)
     install_packages $PACKAGES_BUILD $PACKAGES_BENCH
     build_variant bench
-    build/bench/bench/orvanel_bench --benchmark_out="bench/results/$date-native.json" \
+    build/bench/bench/orvanel_bench --benchmark_enable_random_interleaving=true --benchmark_out="bench/results/$date-native.json" \
         --benchmark_out_format=json "$@"
     ;;
 wine)
