@@ -14,6 +14,7 @@
 inline constexpr std::size_t ACTION_NAME_LENGTH = 60;  // characters
 inline constexpr std::size_t ACTION_FILE_LENGTH = 260; // characters of a command or an icon
 inline constexpr std::int32_t OLD_ACTIONS = 3;         // commands of an object before version 4
+inline constexpr std::int32_t ACTIONS_AHEAD = 4;       // records, as long as memory takes to answer
 inline constexpr float PAGE_ALPHA = 0.8f;
 inline constexpr float DEFAULT_COLOUR_MARK = -1.0f; // this red stands for the default page colour
 
@@ -145,8 +146,6 @@ static Action *action_record(Node *target, std::int32_t index) {
     action_allocate_action(&target->actions[index]);
     return target->actions[index] != nullptr ? target->actions[index] : &no_memory;
 }
-
-inline constexpr std::int32_t ACTIONS_AHEAD = 4; // records, as long as memory takes to answer
 
 // Asks for the parts of a record of an earlier page that reading writes to: a full page has more
 // of them than a cache holds.
