@@ -39,10 +39,6 @@ static std::size_t piece_length(const char *bytes, std::size_t size) {
     return size >= PIECE_LENGTH ? PIECE_LENGTH : 0;
 }
 
-static bool is_blank(char character) {
-    return character == ' ' || character == '\t';
-}
-
 // Moves the bytes to the end of out without their carriage returns. Returns the new end.
 static char *append_without_returns(char *out, const char *from, const char *end) {
     for (; from < end; from++) {
@@ -64,14 +60,14 @@ static bool begins_with_tag(const char *piece, const char *end) {
 static char *append_piece(char *out, const char *piece, const char *end) {
     // A NUL ends the line for everything behind the line reader.
     end = piece + strnlen(piece, static_cast<std::size_t>(end - piece));
-    while (piece < end && is_blank(*piece))
+    while (piece < end && xml_is_blank(*piece))
         piece++;
     if (!begins_with_tag(piece, end))
         return out;
     if (end[-1] == '\n')
         end--;
     out = append_without_returns(out, piece, end);
-    while (is_blank(out[-1]))
+    while (xml_is_blank(out[-1]))
         out--;
     return out;
 }
@@ -88,37 +84,38 @@ static char *append_pieces(char *out, const char *bytes, const char *end) {
     return out;
 }
 
-// As append_piece, for a line without its line feed, of one piece, that holds no odd character.
-static char *append_plain_line(char *out, const char *line, const char *end,
-                               const char *input_end) {
+// As append_piece, for a line without its line feed, of one piece, that holds no odd character. A
+// whole block of the input follows it.
+static char *append_plain_line(char *out, const char *line, const char *end) {
     if (line < end && end[-1] == '\r')
         end--;
-    while (line < end && is_blank(*line))
-        line++;
+    line = xml_skip_blanks(line, end);
     if (!begins_with_tag(line, end))
         return out;
-    while (is_blank(end[-1]))
+    while (xml_is_blank(end[-1]))
         end--;
     const std::size_t length = static_cast<std::size_t>(end - line);
-    xml_move_short(out, line, length, input_end);
+    xml_move_short(out, line, length);
     return out + length;
 }
 
 // True when a block holds a NUL or a carriage return that does not stand in front of a line feed;
 // ends: its line feeds. One more byte follows the block.
 static bool holds_odd_character(const char *block, std::uint64_t ends) {
+    if (!xml_holds_either(block, '\r', '\0'))
+        return false;
     const std::uint64_t next_end = block[XML_BLOCK] == '\n' ? 1 : 0;
     const std::uint64_t before_ends = ends >> 1 | next_end << (XML_BLOCK - 1);
     return (xml_find_all(block, '\r') & ~before_ends) != 0 || xml_find_all(block, '\0') != 0;
 }
 
-// Takes all lines that end in whole blocks of the input; *bytes becomes what is left of it. The
-// ends of lines are looked for a block at a time, as looking for one after the other would wait for
-// each.
+// Takes all lines that end in whole blocks of the input but the last ones, so that every line may
+// be read in whole blocks; *bytes becomes what is left. The ends of lines are looked for a block at
+// a time, as looking for one after the other would wait for each.
 static char *squeeze_blocks(const char **bytes, const char *input_end, char *out) {
     const char *line = *bytes;
     bool odd_begin = false; // the line holds an odd character in front of the block
-    for (const char *block = line; input_end - block > XML_BLOCK; block += XML_BLOCK) {
+    for (const char *block = line; input_end - block > 2 * XML_BLOCK; block += XML_BLOCK) {
         const std::uint64_t ends = xml_find_all(block, '\n');
         const bool odd_block = holds_odd_character(block, ends);
         const bool odd = odd_begin || odd_block;
@@ -126,7 +123,7 @@ static char *squeeze_blocks(const char **bytes, const char *input_end, char *out
             const char *end = block + std::countr_zero(left);
             out = odd || end - line >= static_cast<std::ptrdiff_t>(PIECE_LENGTH)
                       ? append_pieces(out, line, end + 1)
-                      : append_plain_line(out, line, end, input_end);
+                      : append_plain_line(out, line, end);
             line = end + 1;
         }
         odd_begin = odd_block || (odd_begin && ends == 0);
@@ -185,20 +182,6 @@ void xml_unload_file() {
     xml_length = 0;
     file_text = std::vector<char>(); // gives the memory back, which assigning {} would not
     memory_text.reset();
-}
-
-std::int32_t xml_get_element(const char *open_tag, const char *limit_tag) {
-    return xml_find_element(XmlTag(std::string_view(open_tag)),
-                            XmlTag(std::string_view(limit_tag)));
-}
-
-std::int32_t xml_get_item(const char *open_tag, const char *limit_tag, char (&out)[XML_ITEM_SIZE]) {
-    std::string_view value;
-    if (xml_find_value(XmlTag(std::string_view(open_tag)), XmlTag(std::string_view(limit_tag)),
-                       &value) != 0)
-        return 1;
-    out[value.copy(out, XML_ITEM_SIZE - 1)] = '\0';
-    return 0;
 }
 
 static bool is_digit(char character) {

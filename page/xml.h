@@ -33,20 +33,26 @@ std::int32_t xml_get_element(const char *open_tag, const char *limit_tag);
 // The same, and copies the text up to the next '<' into out (untouched when not found).
 std::int32_t xml_get_item(const char *open_tag, const char *limit_tag, char (&out)[XML_ITEM_SIZE]);
 
-// A tag with what the search needs to know of it, worked out by the compiler for literals.
+// A tag, and what the search has found out about it in the text at hand: no tag is looked for twice
+// in the same stretch.
 struct XmlTag {
-    const char *text;
-    std::uint32_t length; // characters
-    std::uint32_t hash;
+    const char *text;        // not terminated
+    std::uint32_t length;    // characters
+    bool is_tag;             // begins with a bracket
     std::uint64_t head;      // the first characters, up to eight, as they stand in memory
     std::uint64_t head_mask; // the bytes of head that are characters
-    bool is_plain;           // a bracket stands in front and nowhere else
 
-    template <std::size_t N>
-    consteval XmlTag(const char (&literal)[N]) : XmlTag(std::string_view(literal, N - 1)) {}
+    // Known of the text of this number, from the read position on; of others nothing.
+    std::uint32_t text_number = 0;
+    bool found = false;          // one begins at clean_to
+    std::int32_t clean_to = 0;   // none begins between the read position and here
+    std::int32_t last = 0;       // begin of the last one, negative = not known or none
+    std::int32_t clean_from = 0; // none begins here or later, while last is not known
+
+    constexpr XmlTag() : XmlTag(std::string_view()) {}
     explicit constexpr XmlTag(std::string_view tag)
-        : text(tag.data()), length(static_cast<std::uint32_t>(tag.size())), hash(hash_of(tag)),
-          head(head_of(tag)), head_mask(head_mask_of(tag.size())), is_plain(tag.rfind('<') == 0) {}
+        : text(tag.data()), length(static_cast<std::uint32_t>(tag.size())),
+          is_tag(tag.starts_with('<')), head(head_of(tag)), head_mask(head_mask_of(tag.size())) {}
 
 private:
     using Head = std::array<char, sizeof(std::uint64_t)>;
@@ -61,19 +67,28 @@ private:
         std::fill_n(mask.begin(), std::min(length, mask.size()), '\xff');
         return std::bit_cast<std::uint64_t>(mask);
     }
-    static constexpr std::uint32_t hash_of(std::string_view tag) {
-        std::uint32_t value = 0;
-        for (const char character : tag)
-            value = value * 31u + static_cast<unsigned char>(character);
-        return value ^ value >> 7;
-    }
 };
 
-// The same for tags that are known to the compiler, and without the copy: value looks into xml, is
-// cut like out would be, and holds until the file is unloaded.
-std::int32_t xml_find_element(const XmlTag &open_tag, const XmlTag &limit_tag);
-std::int32_t xml_find_value(const XmlTag &open_tag, const XmlTag &limit_tag,
-                            std::string_view *value);
+// A tag that is known to the compiler is written "<name>"_tag: there is one of it in the program.
+template <std::size_t N>
+struct XmlLiteral {
+    std::array<char, N> text = {};
+
+    consteval XmlLiteral(const char (&literal)[N]) {
+        std::copy_n(literal, N, text.begin());
+    }
+};
+template <XmlLiteral Literal>
+inline constinit XmlTag xml_tag{std::string_view(Literal.text.data(), Literal.text.size() - 1)};
+template <XmlLiteral Literal>
+constexpr XmlTag &operator""_tag() {
+    return xml_tag<Literal>;
+}
+
+// The same for such tags, and without the copy: value looks into xml, is cut like out would be, and
+// holds until the file is unloaded.
+std::int32_t xml_find_element(XmlTag &open_tag, XmlTag &limit_tag);
+std::int32_t xml_find_value(XmlTag &open_tag, XmlTag &limit_tag, std::string_view *value);
 
 // Numbers at the start of a value, 0 where there is none. What the type cannot hold becomes its
 // nearest limit, not-a-number becomes 0: nothing else in the program has to expect them.

@@ -3,6 +3,7 @@
 // itself.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -49,18 +50,53 @@ inline std::uint64_t xml_find_all(const char *block, char character) {
     return found;
 }
 
+// True when a block holds either character.
+inline bool xml_holds_either(const char *block, char one, char other) {
+#ifdef __SSE2__
+    constexpr std::ptrdiff_t step = 16;
+    const __m128i first = _mm_set1_epi8(one), second = _mm_set1_epi8(other);
+    __m128i found = _mm_setzero_si128();
+    for (std::ptrdiff_t i = 0; i < XML_BLOCK; i += step) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(block + i));
+        found = _mm_or_si128(
+            found, _mm_or_si128(_mm_cmpeq_epi8(bytes, first), _mm_cmpeq_epi8(bytes, second)));
+    }
+    return _mm_movemask_epi8(found) != 0;
+#else
+    return (xml_find_all(block, one) | xml_find_all(block, other)) != 0;
+#endif
+}
+
+inline bool xml_is_blank(char character) {
+    return character == ' ' || character == '\t';
+}
+
+// The first character in from .. to - 1 that is no blank, or to. A block can be read at from,
+// wherever to is: indents are taken in one look.
+inline const char *xml_skip_blanks(const char *from, const char *to) {
+#ifdef __SSE2__
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(from));
+    const __m128i blanks = _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8(' ')),
+                                        _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\t')));
+    const unsigned others = ~static_cast<unsigned>(_mm_movemask_epi8(blanks)); // bit 16 is set
+    from = std::min(from + std::countr_zero(others), to);
+#endif
+    while (from < to && xml_is_blank(*from))
+        from++;
+    return from;
+}
+
 // Moves the length bytes at from to out, which is the same buffer or another one of the same size
-// and not further into it than from. Behind the moved bytes it may write over what lies before
-// from + length, and of another buffer over what has not been written. input_end: end of the
-// buffer.
-inline void xml_move_short(char *out, const char *from, std::size_t length, const char *input_end) {
+// and not further into it than from. Sixteen more bytes follow those at from. Behind the moved
+// bytes it may write over what lies before from + length, and of another buffer over what has not
+// been written.
+inline void xml_move_short(char *out, const char *from, std::size_t length) {
 #ifdef __SSE2__
     constexpr std::size_t step = 16;
-    const bool room = static_cast<std::size_t>(input_end - from) >= length + step;
     // So near to each other a step would write over the bytes of the next one.
     const std::uintptr_t distance =
         reinterpret_cast<std::uintptr_t>(from) - reinterpret_cast<std::uintptr_t>(out);
-    if (room && distance >= step) {
+    if (distance >= step) {
         for (std::size_t i = 0; i < length; i += step)
             _mm_storeu_si128(reinterpret_cast<__m128i *>(out + i),
                              _mm_loadu_si128(reinterpret_cast<const __m128i *>(from + i)));

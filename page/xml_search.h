@@ -1,6 +1,6 @@
-// The search behind xml_get_element. It remembers what earlier searches of the same text found out
-// about each tag, so that no tag is looked for twice in the same stretch.
+// The search behind xml_get_element. Each tag remembers what earlier searches of the same text
+// found out about it, so that none is looked for twice in the same stretch.
 #pragma once
 
-// Drops what is remembered: for a new text.
+// Makes everything that tags remember void: for a new text.
 void xml_search_forget();

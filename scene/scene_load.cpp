@@ -18,11 +18,11 @@ inline constexpr std::int32_t ACTIONS_AHEAD = 4;       // records, as long as me
 inline constexpr float PAGE_ALPHA = 0.8f;
 inline constexpr float DEFAULT_COLOUR_MARK = -1.0f; // this red stands for the default page colour
 
-static constexpr XmlTag PAGE_END = "</page>";
-static constexpr XmlTag PROPERTIES_END = "</properties>";
-static constexpr XmlTag COLOUR_END = "</colour>";
-static constexpr XmlTag NODE_END = "</node>";
-static constexpr XmlTag ACTION_END = "</action>";
+static constexpr XmlTag &PAGE_END = "</page>"_tag;
+static constexpr XmlTag &PROPERTIES_END = "</properties>"_tag;
+static constexpr XmlTag &COLOUR_END = "</colour>"_tag;
+static constexpr XmlTag &NODE_END = "</node>"_tag;
+static constexpr XmlTag &ACTION_END = "</action>"_tag;
 
 char scene_page_file_name[SCENE_FILE_NAME_SIZE];
 char scene_page_title[SCENE_TITLE_SIZE];
@@ -41,7 +41,7 @@ struct Reader {
     std::string_view value; // into the loaded file
 };
 
-static bool read_value(Reader *reader, XmlTag open_tag, XmlTag limit_tag) {
+static bool read_value(Reader *reader, XmlTag &open_tag, XmlTag &limit_tag) {
     return xml_find_value(open_tag, limit_tag, &reader->value) == 0;
 }
 
@@ -51,7 +51,7 @@ static void store(char (&target)[N], std::size_t length, std::string_view value)
     target[value.copy(target, std::min(length, N - 1))] = '\0';
 }
 
-static bool read_float(Reader *reader, XmlTag open_tag, XmlTag limit_tag, float *number) {
+static bool read_float(Reader *reader, XmlTag &open_tag, XmlTag &limit_tag, float *number) {
     if (!read_value(reader, open_tag, limit_tag))
         return false;
     *number = xml_to_float(reader->value);
@@ -69,9 +69,9 @@ static void set_default_colour(PageColour *colour) {
 
 static void read_colour(Reader *reader) {
     PageColour *colour = &scene_floor.colour;
-    read_float(reader, "<red>", COLOUR_END, &colour->red);
-    read_float(reader, "<green>", COLOUR_END, &colour->green);
-    read_float(reader, "<blue>", COLOUR_END, &colour->blue);
+    read_float(reader, "<red>"_tag, COLOUR_END, &colour->red);
+    read_float(reader, "<green>"_tag, COLOUR_END, &colour->green);
+    read_float(reader, "<blue>"_tag, COLOUR_END, &colour->blue);
     if (colour->red == DEFAULT_COLOUR_MARK)
         set_default_colour(colour);
     else
@@ -93,13 +93,13 @@ static void read_properties(Reader *reader) {
         floor->position_x = floor->position_y = 0.0f;
         return;
     }
-    if (reader->version < 2 || xml_find_element("<properties>", PAGE_END) != 0)
+    if (reader->version < 2 || xml_find_element("<properties>"_tag, PAGE_END) != 0)
         return;
-    if (read_float(reader, "<x_position>", PROPERTIES_END, &floor->home_x))
+    if (read_float(reader, "<x_position>"_tag, PROPERTIES_END, &floor->home_x))
         floor->position_x = floor->home_x;
-    if (read_float(reader, "<y_position>", PROPERTIES_END, &floor->home_y))
+    if (read_float(reader, "<y_position>"_tag, PROPERTIES_END, &floor->home_y))
         floor->position_y = floor->home_y;
-    if (xml_find_element("<colour>", PROPERTIES_END) == 0)
+    if (xml_find_element("<colour>"_tag, PROPERTIES_END) == 0)
         read_colour(reader);
 }
 
@@ -107,36 +107,36 @@ static void read_properties(Reader *reader) {
 
 // Takes the value into a text when there is one, else empties it.
 template <std::size_t N>
-static void read_action_text(Reader *reader, XmlTag open_tag, XmlTag limit_tag, std::size_t length,
-                             char (&text)[N]) {
+static void read_action_text(Reader *reader, XmlTag &open_tag, XmlTag &limit_tag,
+                             std::size_t length, char (&text)[N]) {
     const bool found = read_value(reader, open_tag, limit_tag);
     store(text, length, found ? reader->value : std::string_view());
 }
 
 static void read_owner(Reader *reader, Action *action) {
-    const bool found = read_value(reader, "<owner>", ACTION_END);
+    const bool found = read_value(reader, "<owner>"_tag, ACTION_END);
     action->owner = found ? xml_to_int(reader->value) : 0;
 }
 
 // A record of a word that is not known stays as it was.
 static void read_action(Reader *reader, Action *action) {
-    if (!read_value(reader, "<type>", ACTION_END))
+    if (!read_value(reader, "<type>"_tag, ACTION_END))
         return;
     if (reader->value == "command") {
         action->type = ACTION_COMMAND;
         read_owner(reader, action);
-        read_action_text(reader, "<name>", ACTION_END, ACTION_NAME_LENGTH, action->name);
-        read_action_text(reader, "<command>", ACTION_END, ACTION_FILE_LENGTH, action->command);
+        read_action_text(reader, "<name>"_tag, ACTION_END, ACTION_NAME_LENGTH, action->name);
+        read_action_text(reader, "<command>"_tag, ACTION_END, ACTION_FILE_LENGTH, action->command);
         // Limited by its own end on purpose: an action without an icon takes that of the next one
         // that has one.
-        read_action_text(reader, "<icon>", "</icon>", ACTION_FILE_LENGTH, action->icon);
+        read_action_text(reader, "<icon>"_tag, "</icon>"_tag, ACTION_FILE_LENGTH, action->icon);
     } else if (reader->value == "separator") {
         action->type = ACTION_SEPARATOR;
         read_owner(reader, action);
     } else if (reader->value == "submenu") {
         action->type = ACTION_SUBMENU;
         action->owner = 0; // stands at the top level only
-        read_action_text(reader, "<name>", ACTION_END, ACTION_NAME_LENGTH, action->name);
+        read_action_text(reader, "<name>"_tag, ACTION_END, ACTION_NAME_LENGTH, action->name);
     }
 }
 
@@ -161,7 +161,7 @@ static void fetch_ahead(const Node &target, std::int32_t index) {
 // A 51st action is begun and left; whatever follows it is not looked at.
 static void read_actions(Reader *reader, Node *target) {
     std::int32_t count = 0;
-    while (xml_find_element("<action>", NODE_END) == 0 && count < NODE_ACTIONS) {
+    while (xml_find_element("<action>"_tag, NODE_END) == 0 && count < NODE_ACTIONS) {
         fetch_ahead(*target, count + ACTIONS_AHEAD);
         read_action(reader, action_record(target, count++));
     }
@@ -170,7 +170,7 @@ static void read_actions(Reader *reader, Node *target) {
 
 // One of the fixed pairs of older versions. A name without a command stays in its slot, which the
 // next pair writes over.
-static bool read_old_action(Reader *reader, Node *target, XmlTag name_tag, XmlTag command_tag) {
+static bool read_old_action(Reader *reader, Node *target, XmlTag &name_tag, XmlTag &command_tag) {
     const bool named = read_value(reader, name_tag, NODE_END);
     if (named && !reader->value.empty()) {
         Action *action = action_record(target, target->action_count);
@@ -190,9 +190,9 @@ static bool read_old_action(Reader *reader, Node *target, XmlTag name_tag, XmlTa
 }
 
 static bool read_old_actions(Reader *reader, Node *target) {
-    static constexpr XmlTag tags[OLD_ACTIONS][2] = {{"<action_1_name>", "<action_1>"},
-                                                    {"<action_2_name>", "<action_2>"},
-                                                    {"<action_3_name>", "<action_3>"}};
+    static constexpr XmlTag *tags[OLD_ACTIONS][2] = {{&"<action_1_name>"_tag, &"<action_1>"_tag},
+                                                     {&"<action_2_name>"_tag, &"<action_2>"_tag},
+                                                     {&"<action_3_name>"_tag, &"<action_3>"_tag}};
     // Names of an earlier page must not show up on this one.
     for (std::int32_t i = 0; i < OLD_ACTIONS; i++) {
         if (target->actions[i] != nullptr)
@@ -200,7 +200,7 @@ static bool read_old_actions(Reader *reader, Node *target) {
     }
     bool complete = true;
     for (const auto &pair : tags)
-        complete = read_old_action(reader, target, pair[0], pair[1]) && complete;
+        complete = read_old_action(reader, target, *pair[0], *pair[1]) && complete;
     return complete;
 }
 
@@ -222,8 +222,8 @@ static std::uint32_t finish_node(bool complete) {
 
 // The position is that of rest as well, so the node stands still.
 static bool read_position(Reader *reader, Node *target) {
-    const bool x = read_float(reader, "<x_position>", NODE_END, &target->x);
-    const bool y = read_float(reader, "<y_position>", NODE_END, &target->y);
+    const bool x = read_float(reader, "<x_position>"_tag, NODE_END, &target->x);
+    const bool y = read_float(reader, "<y_position>"_tag, NODE_END, &target->y);
     target->grab_x = target->x;
     target->grab_y = target->y;
     return x && y;
@@ -233,16 +233,16 @@ static bool read_position(Reader *reader, Node *target) {
 // any case.
 static bool read_object_fields(Reader *reader, Node *target) {
     bool complete = true;
-    if (read_value(reader, "<name>", NODE_END))
+    if (read_value(reader, "<name>"_tag, NODE_END))
         store(target->name, NODE_NAME_LENGTH, reader->value);
     else
         complete = false;
-    if (read_value(reader, "<description>", NODE_END))
+    if (read_value(reader, "<description>"_tag, NODE_END))
         store(target->description, NODE_DESCRIPTION_LENGTH, reader->value);
     else
         complete = false;
     complete = read_position(reader, target) && complete;
-    if (!read_value(reader, "<model>", NODE_END))
+    if (!read_value(reader, "<model>"_tag, NODE_END))
         return false;
     char model[XML_ITEM_SIZE];
     store(model, sizeof model, reader->value);
@@ -265,9 +265,8 @@ static std::uint32_t read_object(Reader *reader) {
 static std::uint32_t read_page_object(Reader *reader) {
     Node *target = start_node(NODE_PAGE);
     const bool complete = read_object_fields(reader, target);
-    static constexpr XmlTag page_file = "<page_file>", old_page_file = "<action>";
-    const bool today = reader->version >= PAGE_FORMAT_VERSION;
-    if (!read_value(reader, today ? page_file : old_page_file, NODE_END))
+    XmlTag &page_file = reader->version >= PAGE_FORMAT_VERSION ? "<page_file>"_tag : "<action>"_tag;
+    if (!read_value(reader, page_file, NODE_END))
         return PAGE_SYNTAX;
     Action *action = action_record(target, 0);
     action->type = ACTION_COMMAND;
@@ -286,7 +285,7 @@ static std::uint32_t read_page_object(Reader *reader) {
 static std::uint32_t read_label(Reader *reader) {
     Node *target = start_node(NODE_LABEL);
     text_format(target->name, sizeof target->name, "_lbl%dlbl_", node_label_total++);
-    const bool text = read_value(reader, "<text>", NODE_END);
+    const bool text = read_value(reader, "<text>"_tag, NODE_END);
     if (text)
         store(target->description, NODE_DESCRIPTION_LENGTH, reader->value);
     return finish_node(read_position(reader, target) && text);
@@ -295,10 +294,10 @@ static std::uint32_t read_label(Reader *reader) {
 // Refused links are left out without a word.
 static std::uint32_t read_link_by_name(Reader *reader) {
     char from[XML_ITEM_SIZE], to[XML_ITEM_SIZE];
-    if (!read_value(reader, "<from>", NODE_END))
+    if (!read_value(reader, "<from>"_tag, NODE_END))
         return PAGE_SYNTAX;
     store(from, sizeof from, reader->value);
-    if (!read_value(reader, "<to>", NODE_END))
+    if (!read_value(reader, "<to>"_tag, NODE_END))
         return PAGE_SYNTAX;
     store(to, sizeof to, reader->value);
     line_create(from, to);
@@ -306,10 +305,10 @@ static std::uint32_t read_link_by_name(Reader *reader) {
 }
 
 static std::uint32_t read_link_by_index(Reader *reader) {
-    if (!read_value(reader, "<from_id>", NODE_END))
+    if (!read_value(reader, "<from_id>"_tag, NODE_END))
         return PAGE_SYNTAX;
     const std::int32_t from = xml_to_int(reader->value);
-    if (!read_value(reader, "<to_id>", NODE_END))
+    if (!read_value(reader, "<to_id>"_tag, NODE_END))
         return PAGE_SYNTAX;
     line_create_from_ids(from, xml_to_int(reader->value));
     return PAGE_LOADED;
@@ -323,7 +322,7 @@ static bool is_object_word(const Reader &reader) {
 // An element of a type that is not known, or of none, is skipped. Without a type the value read
 // before decides whether it counts as a link: kept as it always was.
 static std::uint32_t read_node(Reader *reader) {
-    const bool typed = read_value(reader, "<type>", NODE_END);
+    const bool typed = read_value(reader, "<type>"_tag, NODE_END);
     const bool full = node_total >= NODE_CAPACITY;
     if (typed && is_object_word(*reader))
         return full ? PAGE_TOO_MANY : read_object(reader);
@@ -340,7 +339,7 @@ static std::uint32_t read_node(Reader *reader) {
 
 // A full table ends the page as a success; what follows in the file, links too, is not read.
 static std::uint32_t read_nodes(Reader *reader) {
-    while (xml_find_element("<node>", PAGE_END) == 0) {
+    while (xml_find_element("<node>"_tag, PAGE_END) == 0) {
         const std::uint32_t result = read_node(reader);
         if (result != PAGE_LOADED)
             return result;
@@ -354,7 +353,8 @@ static std::uint32_t read_nodes(Reader *reader) {
 
 static std::uint32_t read_page() {
     Reader reader = {};
-    if (xml_find_element("<page>", PAGE_END) != 0 || !read_value(&reader, "<offv>", PAGE_END))
+    if (xml_find_element("<page>"_tag, PAGE_END) != 0 ||
+        !read_value(&reader, "<offv>"_tag, PAGE_END))
         return PAGE_NOT_A_PAGE;
     reader.version = xml_to_int(reader.value);
     if (reader.version > PAGE_FORMAT_VERSION)

@@ -280,7 +280,7 @@ TEST_F(XmlTest, a_value_that_runs_to_the_end_of_the_text_ends_there) {
     std::string text = "<b>rest";
     put_in_place(&text);
     std::string_view view;
-    EXPECT_EQ(xml_find_value("<b>", "rest", &view), 0);
+    EXPECT_EQ(xml_find_value("<b>"_tag, "rest"_tag, &view), 0);
     EXPECT_EQ(view, "rest");
     EXPECT_EQ(xml_get_item("<b>", "</b>", value), 1);
 }
@@ -341,6 +341,32 @@ static const std::vector<std::string> &tags() {
     return list;
 }
 
+// The same as tags that live on from text to text, as those of the program do.
+static XmlTag &lasting_tag(std::size_t index) {
+    static std::vector<XmlTag> list;
+    if (list.empty()) {
+        for (const std::string &tag : tags())
+            list.push_back(XmlTag(tag));
+    }
+    return list[index];
+}
+
+// Searches for an element or, with out, for a value, by the texts of the tags or by lasting tags.
+static std::int32_t search(std::size_t open, std::size_t limit, bool lasting,
+                           char (*out)[XML_ITEM_SIZE]) {
+    const char *open_text = tags()[open].c_str();
+    const char *limit_text = tags()[limit].c_str();
+    if (!lasting)
+        return out != nullptr ? xml_get_item(open_text, limit_text, *out)
+                              : xml_get_element(open_text, limit_text);
+    if (out == nullptr)
+        return xml_find_element(lasting_tag(open), lasting_tag(limit));
+    std::string_view value;
+    const std::int32_t result = xml_find_value(lasting_tag(open), lasting_tag(limit), &value);
+    (*out)[value.copy(*out, XML_ITEM_SIZE - 1)] = '\0';
+    return result;
+}
+
 static std::string random_text(Random *random, std::size_t pieces) {
     static const char *const fillers[] = {"x", "", "", "text",
                                           "yyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyyy"};
@@ -362,9 +388,12 @@ static void compare_searches(Random *random, std::size_t pieces, std::size_t sea
     const std::string text(xml, static_cast<std::size_t>(xml_length) - 1);
     std::size_t pointer = 0;
     for (std::size_t i = 0; i < searches; i++) {
-        const std::string &open = tags()[random->below(tags().size())];
-        const std::string &limit = tags()[random->below(tags().size())];
+        const std::size_t open_index = random->below(tags().size());
+        const std::size_t limit_index = random->below(tags().size());
+        const std::string &open = tags()[open_index];
+        const std::string &limit = tags()[limit_index];
         const bool item = random->below(2) == 0;
+        const bool lasting = random->below(2) == 0;
         char value[XML_ITEM_SIZE] = "";
         std::string expected_value;
         std::size_t moved_to = 0;
@@ -375,9 +404,7 @@ static void compare_searches(Random *random, std::size_t pieces, std::size_t sea
         }
         const std::string place =
             "open " + open + " limit " + limit + " at " + std::to_string(pointer) + " in " + text;
-        ASSERT_EQ(item ? xml_get_item(open.c_str(), limit.c_str(), value)
-                       : xml_get_element(open.c_str(), limit.c_str()),
-                  expected)
+        ASSERT_EQ(search(open_index, limit_index, lasting, item ? &value : nullptr), expected)
             << place;
         ASSERT_EQ(static_cast<std::size_t>(xml_pointer), moved_to) << place;
         ASSERT_EQ(std::string(value), expected_value) << place;
@@ -417,6 +444,33 @@ TEST_F(XmlTest, a_new_file_is_searched_afresh) {
     load("<x></a>\n");
     EXPECT_EQ(xml_get_element("<x>", "</a>"), 0);
     EXPECT_EQ(xml_get_element("<a>", "</a>"), 1);
+}
+
+TEST_F(XmlTest, what_a_tag_remembers_of_one_file_does_not_hold_for_the_next) {
+    load("<a></a>\n");
+    EXPECT_EQ(xml_find_element("<a>"_tag, "</a>"_tag), 0);
+    EXPECT_EQ(xml_find_element("<a>"_tag, "</a>"_tag), 1);
+    load("<x><a></a>\n");
+    EXPECT_EQ(xml_find_element("<a>"_tag, "</a>"_tag), 0);
+    load("<x>\n<a>\n");
+    EXPECT_EQ(xml_find_element("<a>"_tag, "</a>"_tag), 1);
+}
+
+TEST_F(XmlTest, from_a_position_that_is_set_back_everything_is_found_again) {
+    const std::string stretch = "<x><x><x><x><x><b>";
+    load("<a>" + stretch + stretch + "</a>\n");
+    for (int round = 0; round < 2; round++) {
+        xml_pointer = 0;
+        EXPECT_EQ(xml_get_element("<b>", "</a>"), 0);
+        EXPECT_EQ(xml_pointer, 21);
+        EXPECT_EQ(xml_get_element("<b>", "</a>"), 0);
+        EXPECT_EQ(xml_pointer, 39);
+    }
+}
+
+TEST_F(XmlTest, a_literal_is_one_tag_wherever_it_is_written) {
+    EXPECT_EQ(&"<a>"_tag, &"<a>"_tag);
+    EXPECT_NE(&"<a>"_tag, &"</a>"_tag);
 }
 
 // Each would run into the test runner's limit if every search looked through the rest of the file
