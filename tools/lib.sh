@@ -105,6 +105,29 @@ make_wines() {
     give_tahoma "$WINE32_ROOT$WINE32_PREFIX"
 }
 
+# A second prefix beside the usual one, for what runs at the same time. Prints what ORVANEL_PREFIX
+# wants.
+second_prefix() { # preset
+    local usual=$WINE64_PREFIX outside=
+    [ "$1" = win64 ] || { usual=$WINE32_PREFIX outside=$WINE32_ROOT; }
+    [ -e "$outside$usual.dialogs" ] || cp -a "$outside$usual" "$outside$usual.dialogs"
+    echo "$usual.dialogs"
+}
+
+# Keeps Wine's services up in a prefix, which all programs after it share, until end_wine.
+begin_wine() { # preset, prefix or nothing for the usual one
+    export ORVANEL_PREFIX=$2
+    coproc KEEPER { exec "$ORVANEL_ROOT/tools/wine${1#win}.sh" "build/$1/tests/prefix_keeper.exe" 2>/dev/null; }
+    KEEPER_INPUT=${KEEPER[1]}
+    read -r -t 60 <&"${KEEPER[0]}" || echo "Wine's services do not stay up: the tests take longer." >&2
+}
+
+end_wine() {
+    [ -n "${KEEPER_INPUT:-}" ] && exec {KEEPER_INPUT}>&-
+    KEEPER_INPUT=
+    return 0
+}
+
 # Starts a virtual display with a window manager on a free number and sets DISPLAY; end_display ends
 # both. GL is drawn by the processor.
 begin_display() {

@@ -29,7 +29,7 @@ def count_cases(path):
 
 def count_ctest(path, build):
     passed, failed = 0, []
-    preset = path.stem.removeprefix("ctest-")
+    preset = path.stem.removeprefix("ctest-").partition(".")[0]
     for case in ElementTree.parse(path).getroot().iter("testcase"):
         name = case.get("name")
         own = count_cases(build / preset / "reports" / f"{name}.xml")

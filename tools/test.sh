@@ -28,7 +28,7 @@ install_packages $PACKAGES_BUILD $PACKAGES_RUN $PACKAGES_TEST || exit 1
 trap end_display EXIT
 begin_display 1920x1080x24
 make_wines || exit 1
-rm -rf "$reports"
+rm -rf "$reports" build/*/reports/*.xml
 mkdir -p "$reports"
 export ORVANEL_REPORTS=$reports
 
@@ -51,18 +51,25 @@ build_step() { # preset
     return 1
 }
 
-run_ctest() { # preset, programs at a time
-    rm -f build/"$1"/reports/*.xml
-    ctest --test-dir "build/$1" --output-junit "$reports/ctest-$1.xml" -j "$2" \
-        --output-on-failure --no-tests=error >"$reports/ctest-$1.log" 2>&1 ||
-        grep -E 'FAILED|Failed|\*\*\*|Failure|error:|ERROR: ' "$reports/ctest-$1.log" | head -60
+run_ctest() { # preset, name of the run, programs at a time, ctest's choice of tests…
+    local preset=$1 name=$2 at_once=$3
+    shift 3
+    ctest --test-dir "build/$preset" --output-junit "$reports/ctest-$name.xml" -j "$at_once" "$@" \
+        --output-on-failure --no-tests=error >"$reports/ctest-$name.log" 2>&1 ||
+        grep -E 'FAILED|Failed|\*\*\*|Failure|error:|ERROR: ' "$reports/ctest-$name.log" | head -60
 }
 
-# On a display of its own, one program at a time: they share one desktop with one foreground window.
-run_windows_tests() { # preset
-    trap end_display EXIT
+# Tests on one desktop run one at a time, as they share one foreground window. Two halves, each on a
+# display and in a prefix of its own, wait side by side.
+windows_dialogs='^test_(dialog|options|model_)'
+
+run_windows_tests() { # preset, name of the half, prefix or nothing for the usual one, ctest's choice…
+    local preset=$1 half=$2 prefix=$3
+    shift 3
+    trap 'end_wine; end_display' EXIT
     begin_display 1920x1080x24
-    run_ctest "$1" 1
+    begin_wine "$preset" "$prefix"
+    run_ctest "$preset" "$preset.$half" 1 "$@"
 }
 
 run_fuzzers() {
@@ -91,7 +98,6 @@ run_e2e() { # preset, name of the group, prefix inside 32-bit Wine or nothing, p
     shift 3
     trap end_display EXIT
     begin_display 1920x1080x24
-    [ -z "$prefix" ] || [ -e "$WINE32_ROOT$prefix" ] || cp -a "$WINE32_ROOT$WINE32_PREFIX" "$WINE32_ROOT$prefix"
     ORVANEL_VARIANT=$preset ORVANEL_PREFIX=$prefix ORVANEL_REPORTS=$reports/$name \
         /usr/bin/python3 -m pytest -q -p no:cacheprovider "$@" --junit-xml="$reports/$name.xml" \
         -o junit_suite_name="$name" >"$reports/$name.log" 2>&1 ||
@@ -107,7 +113,7 @@ if wants checks; then
 fi
 if wants native; then
     say "Core, native, with sanitizers"
-    build_step native && run_ctest native "$jobs"
+    build_step native && run_ctest native native "$jobs"
 fi
 # All at once: most of the time a Windows test waits for windows and clocks, and what searches the
 # sources and the parsers for faults leaves it the processor.
@@ -125,7 +131,10 @@ for variant in win32 win64; do
     if wants $variant; then
         say "Windows programs under Wine, $variant"
         build_step $variant || continue
-        (run_windows_tests $variant) &
+        second=$(second_prefix $variant)
+        (run_windows_tests $variant page "" -E "$windows_dialogs") &
+        runners="$runners $!"
+        (run_windows_tests $variant dialogs "$second" -R "$windows_dialogs") &
         runners="$runners $!"
     fi
 done
@@ -141,7 +150,7 @@ if wants e2e; then
     (run_e2e win32 page "" tests/e2e $(printf -- '--ignore=%s ' $dialogs)) &
     runners=$!
     (
-        run_e2e win32 dialogs "$WINE32_PREFIX.dialogs" $dialogs
+        run_e2e win32 dialogs "$(second_prefix win32)" $dialogs
         run_e2e win64 page "" tests/e2e \
             -k "first_start or second_start or runs_its_first_action or escape_ends"
     ) &
