@@ -189,7 +189,7 @@ def test_a_double_click_on_an_object_of_the_shipped_home_page_starts_its_program
         return xdotool("search", "--onlyvisible", "--name", "Notepad$").split()
 
     with Orvanel().wait_ready() as program:
-        program.double_click(*program.screen_position(-10.0, 7.5))  # the object "Notepad"
+        program.double_click(*program.screen_position(-10.0, 10.0))  # the object "Notepad"
         window = wait_for(notepad, START_TIMEOUT, "the program's window")[0]
         xdotool("windowfocus", "--sync", window, "key", "alt+F4")
         wait_for(lambda: not notepad(), what="the program's end")
