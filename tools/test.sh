@@ -61,7 +61,7 @@ run_ctest() { # preset, name of the run, programs at a time, ctest's choice of t
 
 # Tests on one desktop run one at a time, as they share one foreground window. Two halves, each on a
 # display and in a prefix of its own, wait side by side.
-windows_dialogs='^test_(dialog|options|model_)'
+windows_dialogs='^test_(dialog|options)'
 
 run_windows_tests() { # preset, name of the half, prefix or nothing for the usual one, ctest's choice…
     local preset=$1 half=$2 prefix=$3

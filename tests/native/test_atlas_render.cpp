@@ -1,3 +1,4 @@
+#include "support/test_places.h"
 #include "tools/atlas_render.h"
 
 #include <gtest/gtest.h>

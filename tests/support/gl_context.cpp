@@ -3,6 +3,7 @@
 #include "platform/gl.h"
 #include "scene/gl_util.h"
 #include "scene/scene.h"
+#include "support/test_places.h"
 
 #ifdef _WIN32
 #include <windows.h>

@@ -3,6 +3,7 @@
 #include "platform/files.h"
 #include "platform/resource.h"
 #include "resources/resource_ids.h"
+#include "support/test_places.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,6 @@
 #include "dialogs/rules/dialog_page_rules.h"
 
+#include "support/test_places.h"
 #include "tests/unit/page_dialog_fixture.h"
 
 #include <algorithm>

@@ -4,6 +4,7 @@
 #include "platform/files.h"
 #include "platform/locations.h"
 #include "platform/text.h"
+#include "support/test_places.h"
 
 #include <gtest/gtest.h>
 

@@ -14,6 +14,7 @@
 #include <windows.h>
 #else
 #include "platform/posix/drives.h"
+#include "support/test_places.h"
 
 #include <sys/fsuid.h>
 #include <sys/stat.h>

@@ -1,5 +1,6 @@
 // The program icon: what Windows needs of it in the task bar, in menus and on large desktops.
 #include "platform/files.h"
+#include "support/test_places.h"
 
 #include <gtest/gtest.h>
 

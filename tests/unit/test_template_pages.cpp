@@ -8,6 +8,7 @@
 #include "platform/locations.h"
 #include "platform/text.h"
 #include "scene/scene.h"
+#include "support/test_places.h"
 
 #include <gtest/gtest.h>
 

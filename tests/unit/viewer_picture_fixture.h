@@ -9,6 +9,7 @@
 #include "platform/gl.h"
 #include "platform/locations.h"
 #include "platform/text.h"
+#include "support/test_places.h"
 #include "tests/support/gl_context.h"
 #include "tests/support/test_folder.h"
 

@@ -8,6 +8,7 @@
 #include "platform/locations.h"
 #include "platform/text.h"
 #include "resources/resource_ids.h"
+#include "support/test_places.h"
 #include "tests/unit/tree_text.h"
 
 #include <cstring>

@@ -11,6 +11,7 @@
 #include "platform/text.h"
 #include "resources/resource_ids.h"
 #include "scene/scene_page.h"
+#include "support/test_places.h"
 #include "tests/windows/dialog_growth.h"
 #include "tests/windows/dialog_layout.h"
 #include "tests/windows/dialog_player.h"
