@@ -1,6 +1,7 @@
 // Reading a model of a given number of triangles, ten materials, from memory: our loader beside the
 // usual one.
 #include "assets/model.h"
+#include "bench/memory_count.h"
 #include "platform/text.h"
 
 #include <benchmark/benchmark.h>
@@ -79,42 +80,48 @@ static const std::string &obj_of(int triangles) {
 
 // Our loader finds its library through a file; the ten materials are read from memory as well here,
 // so that both do the same work, and once more in vain where it looks for the file.
-static void orvanel(benchmark::State &state) {
-    const std::string &obj = obj_of(static_cast<int>(state.range(0)));
-    const std::string mtl = make_mtl();
-    for (auto _ : state) {
-        Model model;
-        Material *materials = nullptr;
-        if (material_load_memory(mtl, &materials) != MATERIALS ||
-            model_load_memory(obj, "", &model, 1.0f) != 0 || model.face_total != state.range(0))
-            state.SkipWithError("not read");
-        benchmark::DoNotOptimize(model.vertex);
-        model_unload(&model);
-        material_unload(materials);
-    }
-    state.SetBytesProcessed(static_cast<std::int64_t>(obj.size()) * state.iterations());
-    state.SetComplexityN(state.range(0));
+static bool read_with_orvanel(const std::string &obj, const std::string &mtl,
+                              std::int64_t triangles) {
+    Model model;
+    Material *materials = nullptr;
+    const bool read = material_load_memory(mtl, &materials) == MATERIALS &&
+                      model_load_memory(obj, "", &model, 1.0f) == 0 &&
+                      model.face_total == triangles;
+    benchmark::DoNotOptimize(model.vertex);
+    model_unload(&model);
+    material_unload(materials);
+    return read;
 }
 
-static void tinyobjloader(benchmark::State &state) {
+static bool read_with_tinyobjloader(const std::string &obj, const std::string &mtl,
+                                    std::int64_t triangles) {
+    std::istringstream obj_stream(obj), mtl_stream(mtl);
+    tinyobj::MaterialStreamReader library(mtl_stream);
+    tinyobj::attrib_t attributes;
+    std::vector<tinyobj::shape_t> shapes;
+    std::vector<tinyobj::material_t> materials;
+    std::string warning, error;
+    const bool read =
+        tinyobj::LoadObj(&attributes, &shapes, &materials, &warning, &error, &obj_stream,
+                         &library) &&
+        shapes.size() == 1 && materials.size() == MATERIALS &&
+        shapes[0].mesh.num_face_vertices.size() == static_cast<std::size_t>(triangles);
+    benchmark::DoNotOptimize(attributes.vertices.data());
+    return read;
+}
+
+template <auto Read>
+static void model_load(benchmark::State &state) {
     const std::string &obj = obj_of(static_cast<int>(state.range(0)));
     const std::string mtl = make_mtl();
-    for (auto _ : state) {
-        std::istringstream obj_stream(obj), mtl_stream(mtl);
-        tinyobj::MaterialStreamReader library(mtl_stream);
-        tinyobj::attrib_t attributes;
-        std::vector<tinyobj::shape_t> shapes;
-        std::vector<tinyobj::material_t> materials;
-        std::string warning, error;
-        if (!tinyobj::LoadObj(&attributes, &shapes, &materials, &warning, &error, &obj_stream,
-                              &library) ||
-            shapes.size() != 1 || materials.size() != MATERIALS ||
-            shapes[0].mesh.num_face_vertices.size() != static_cast<std::size_t>(state.range(0)))
+    for (auto iteration : state) {
+        if (!Read(obj, mtl, state.range(0)))
             state.SkipWithError("not read");
-        benchmark::DoNotOptimize(attributes.vertices.data());
     }
     state.SetBytesProcessed(static_cast<std::int64_t>(obj.size()) * state.iterations());
     state.SetComplexityN(state.range(0));
+    state.counters["file_bytes"] = static_cast<double>(obj.size());
+    state.counters["peak_bytes"] = memory_peak([&] { Read(obj, mtl, state.range(0)); });
 }
 
 static void sizes(benchmark::internal::Benchmark *benchmark) {
@@ -122,5 +129,5 @@ static void sizes(benchmark::internal::Benchmark *benchmark) {
     benchmark->Complexity(benchmark::oN);
 }
 
-BENCHMARK(orvanel)->Name("model_load/orvanel")->Apply(sizes);
-BENCHMARK(tinyobjloader)->Name("model_load/tinyobjloader")->Apply(sizes);
+BENCHMARK(model_load<read_with_orvanel>)->Name("model_load/orvanel")->Apply(sizes);
+BENCHMARK(model_load<read_with_tinyobjloader>)->Name("model_load/tinyobjloader")->Apply(sizes);

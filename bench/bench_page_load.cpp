@@ -1,6 +1,7 @@
 // A full page, 255 objects with 50 actions each, read from memory into the tables; beside it the
 // same bytes parsed into pugixml's tree.
 #include "bench/full_page.h"
+#include "bench/memory_count.h"
 #include "page/node.h"
 #include "page/options.h"
 #include "page/page_file.h"
@@ -11,9 +12,7 @@
 
 #include <malloc.h>
 
-#include <algorithm>
 #include <cstdlib>
-#include <new>
 #include <string>
 
 static std::string full_page() {
@@ -36,6 +35,7 @@ static void load_with_orvanel() {
 }
 
 static void parse_with_pugixml() {
+    pugi::set_memory_management_functions(std::malloc, std::free); // which are counted
     pugi::xml_document document;
     const pugi::xml_parse_result result =
         document.load_buffer(page_bytes().data(), page_bytes().size());
@@ -44,63 +44,11 @@ static void parse_with_pugixml() {
     benchmark::DoNotOptimize(document.first_child());
 }
 
-// ---- memory in use, counted while a measurement asks for it
-
-struct MemoryCount {
-    bool counting;
-    std::size_t in_use, peak; // bytes
-};
-static MemoryCount memory_count;
-
-static void *count_allocation(void *block) {
-    if (memory_count.counting && block != nullptr) {
-        memory_count.in_use += malloc_usable_size(block);
-        memory_count.peak = std::max(memory_count.peak, memory_count.in_use);
-    }
-    return block;
-}
-
-static void count_and_free(void *block) {
-    if (memory_count.counting && block != nullptr)
-        memory_count.in_use -= malloc_usable_size(block);
-    std::free(block);
-}
-
-static void *allocate_counted(std::size_t size) {
-    return count_allocation(std::malloc(size));
-}
-
-void *operator new(std::size_t size) {
-    void *block = allocate_counted(size);
-    if (block == nullptr)
-        std::abort();
-    return block;
-}
-void *operator new(std::size_t size, const std::nothrow_t &) noexcept {
-    return allocate_counted(size);
-}
-void operator delete(void *block) noexcept {
-    count_and_free(block);
-}
-void operator delete(void *block, std::size_t) noexcept {
-    count_and_free(block);
-}
-
-// Bytes that the work holds at its peak, beginning without anything of a run before.
-static double peak_memory(void (*work)()) {
-    node_free_nodes();
-    pugi::set_memory_management_functions(allocate_counted, count_and_free);
-    memory_count = {.counting = true, .in_use = 0, .peak = 0};
-    work();
-    memory_count.counting = false;
-    pugi::set_memory_management_functions(std::malloc, std::free);
-    return static_cast<double>(memory_count.peak);
-}
-
 static void report(benchmark::State &state, void (*work)()) {
     const double bytes = static_cast<double>(page_bytes().size());
     state.counters["file_bytes"] = bytes;
-    state.counters["peak_bytes"] = peak_memory(work);
+    node_free_nodes();
+    state.counters["peak_bytes"] = memory_peak(work);
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(page_bytes().size()));
 }
 
@@ -124,35 +72,23 @@ static void load_again(benchmark::State &state, void (*work)()) {
     report(state, work);
 }
 
-// Memory costs as much as the machine's other guests leave of it, and that changes from second to
-// second: the rivals take turns (--benchmark_enable_random_interleaving) and are compared by their
-// medians.
-static void take_turns(benchmark::internal::Benchmark *page) {
-    constexpr int turns = 15;
-    constexpr double turn_time = 0.2; // seconds
-    page->Repetitions(turns)->MinTime(turn_time)->ReportAggregatesOnly()->Unit(
-        benchmark::kMicrosecond);
-}
-
 static void page_load_orvanel(benchmark::State &state) {
     load_afresh(state, load_with_orvanel);
-    // As large as the records are in the heap, by which the peak is counted too.
-    state.counters["result_bytes"] =
-        static_cast<double>(NODE_CAPACITY * NODE_ACTIONS * malloc_usable_size(node[0].actions[0]));
+    state.counters["result_bytes"] = NODE_CAPACITY * NODE_ACTIONS * sizeof(Action);
 }
-BENCHMARK(page_load_orvanel)->Name("page_load/orvanel")->Apply(take_turns);
+BENCHMARK(page_load_orvanel)->Name("page_load/orvanel")->Unit(benchmark::kMicrosecond);
 
 static void page_load_pugixml(benchmark::State &state) {
     load_afresh(state, parse_with_pugixml);
 }
-BENCHMARK(page_load_pugixml)->Name("page_load/pugixml")->Apply(take_turns);
+BENCHMARK(page_load_pugixml)->Name("page_load/pugixml")->Unit(benchmark::kMicrosecond);
 
 static void page_reload_orvanel(benchmark::State &state) {
     load_again(state, load_with_orvanel);
 }
-BENCHMARK(page_reload_orvanel)->Name("page_reload/orvanel")->Apply(take_turns);
+BENCHMARK(page_reload_orvanel)->Name("page_reload/orvanel")->Unit(benchmark::kMicrosecond);
 
 static void page_reload_pugixml(benchmark::State &state) {
     load_again(state, parse_with_pugixml);
 }
-BENCHMARK(page_reload_pugixml)->Name("page_reload/pugixml")->Apply(take_turns);
+BENCHMARK(page_reload_pugixml)->Name("page_reload/pugixml")->Unit(benchmark::kMicrosecond);

@@ -163,17 +163,31 @@ std::int32_t xml_load_file(const char *path) {
     return 0;
 }
 
+static std::unique_ptr<char[]> allocate_text(std::size_t size) {
+    std::unique_ptr<char[]> text(new (std::nothrow) char[size]);
+    if (text == nullptr)
+        console_printf("  Failed to allocate memory for xml file.");
+    return text;
+}
+
 std::int32_t xml_load_memory(std::span<const char> bytes) {
     if (bytes.size() > FILE_LIMIT)
         return 1;
-    std::unique_ptr<char[]> squeezed(new (std::nothrow) char[bytes.size() + XML_SPARE]);
-    if (squeezed == nullptr) {
-        console_printf("  Failed to allocate memory for xml file.");
+    std::unique_ptr<char[]> text = allocate_text(bytes.size());
+    if (text == nullptr)
         return 1;
+    const std::size_t length = squeeze(bytes.data(), bytes.size(), text.get());
+    // The line ends that are left out make room for the spare, except in the smallest files.
+    if (length + XML_SPARE > bytes.size()) {
+        const std::unique_ptr<char[]> tight =
+            std::exchange(text, allocate_text(length + XML_SPARE));
+        if (text == nullptr)
+            return 1;
+        std::copy_n(tight.get(), length, text.get());
     }
     xml_unload_file();
-    memory_text = std::move(squeezed);
-    start_reading(memory_text.get(), squeeze(bytes.data(), bytes.size(), memory_text.get()));
+    memory_text = std::move(text);
+    start_reading(memory_text.get(), length);
     return 0;
 }
 
