@@ -160,6 +160,13 @@ static void close(HWND dialog) {
     destroy_pictures(dialog);
 }
 
+static INT_PTR handle_timer(HWND dialog, WPARAM timer) {
+    if (timer != INSTALLER_TIMER)
+        return FALSE;
+    EndDialog(dialog, DIALOG_UPDATE_QUIT);
+    return TRUE;
+}
+
 static INT_PTR handle_command(HWND dialog, int id) {
     switch (id) {
     case RESOURCE_UPDATE_DOWNLOAD:
@@ -192,8 +199,7 @@ static INT_PTR CALLBACK auto_update_dialog_new_version(HWND dialog, UINT message
         go_on(dialog, static_cast<UpdateNext>(wparam));
         return TRUE;
     case WM_TIMER:
-        EndDialog(dialog, DIALOG_UPDATE_QUIT);
-        return TRUE;
+        return handle_timer(dialog, wparam);
     case WM_DESTROY:
         close(dialog);
         return TRUE;

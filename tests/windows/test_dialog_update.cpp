@@ -252,6 +252,15 @@ TEST_F(UpdateDialog, Step_5_says_so_gives_the_installer_its_time_and_quits) {
     EXPECT_GE(GetTickCount() - completed_at, auto_update_waits.after_installer - 20);
 }
 
+TEST_F(UpdateDialog, Timers_that_are_not_the_installers_do_not_end_it) {
+    EXPECT_EQ(play([](HWND dialog) {
+                  for (const WPARAM timer : {WPARAM{0}, WPARAM{2}, WPARAM{0xffff}})
+                      SendMessageA(dialog, WM_TIMER, timer, 0);
+                  EXPECT_TRUE(IsWindowVisible(dialog));
+              }),
+              DIALOG_CANCEL);
+}
+
 TEST_F(UpdateDialog, Steps_above_5_are_ignored) {
     EXPECT_EQ(play([](HWND dialog) {
                   const std::string before = text_of(dialog);
