@@ -106,16 +106,21 @@ static void open_download_page(HWND dialog) {
     EndDialog(dialog, DIALOG_UPDATE_QUIT);
 }
 
-static void start_download(HWND dialog) {
-    if (auto_update_download({.report = report_step, .dialog = dialog}) != 0) {
-        open_download_page(dialog);
-        return;
-    }
+static void show_connecting(HWND dialog) {
     const UpdateView before = view;
     dialog_update_connect(&view, auto_update_site());
     SendDlgItemMessageA(dialog, RESOURCE_UPDATE_PROGRESS, PBM_SETRANGE, 0,
                         MAKELPARAM(0, UPDATE_PROGRESS_RANGE));
     show(dialog, before);
+}
+
+// While the download before still ends, the button stays for another try.
+static void start_download(HWND dialog) {
+    const std::int32_t result = auto_update_download({.report = report_step, .dialog = dialog});
+    if (result == AUTO_UPDATE_STARTED)
+        show_connecting(dialog);
+    else if (result == AUTO_UPDATE_NO_THREAD)
+        open_download_page(dialog);
 }
 
 // A timer rather than a sleep: the windows go on answering while the installer starts.

@@ -67,7 +67,13 @@ struct AutoUpdateDialog {
     void *dialog;
 };
 
-// Starts the download on a thread of its own. 0, or 1 when the system gives none.
+enum AutoUpdateStart : std::int32_t {
+    AUTO_UPDATE_STARTED = 0,
+    AUTO_UPDATE_NO_THREAD = 1,    // the system gives none
+    AUTO_UPDATE_STILL_ENDING = 2, // the download before; nothing was done, try again soon
+};
+
+// Starts the download on a thread of its own. AutoUpdateStart.
 std::int32_t auto_update_download(const AutoUpdateDialog &dialog);
 void auto_update_check_download_new_version_thread_func(const AutoUpdateDialog *dialog);
 

@@ -171,13 +171,13 @@ static void discard_aside() {
 
 std::int32_t auto_update_download(const AutoUpdateDialog &dialog) {
     if (!download_ended())
-        return 1; // two would write one file
+        return AUTO_UPDATE_STILL_ENDING; // two would write one file
     join_download();
     discard_unstarted();
     download_dialog = dialog;
     cancelled = false;
     http_client_allow(&connection);
-    return start_thread(run_download) != nullptr ? 0 : 1;
+    return start_thread(run_download) != nullptr ? AUTO_UPDATE_STARTED : AUTO_UPDATE_NO_THREAD;
 }
 
 void auto_update_cancel_download() {

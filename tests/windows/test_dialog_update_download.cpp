@@ -157,17 +157,35 @@ TEST_F(UpdateDialogDownload,
     EXPECT_TRUE(page_was_opened());
 }
 
-TEST_F(UpdateDialogDownload, Without_a_thread_for_it_the_page_is_opened) {
+TEST_F(UpdateDialogDownload,
+       While_the_download_before_still_ends_the_button_does_nothing_and_stays) {
     std::atomic<bool> held = true;
     on_step = [&](std::int32_t, std::int32_t) {
         while (held)
             Sleep(10);
     };
-    ASSERT_EQ(0, auto_update_download(dialog)); // is not over: no second one is started
+    ASSERT_EQ(0, auto_update_download(dialog)); // 404, and no end of it
     ASSERT_TRUE(wait_told(1));
-    EXPECT_EQ(play([](HWND shown) { click(shown, DOWNLOAD); }), DIALOG_UPDATE_QUIT);
-    EXPECT_TRUE(page_was_opened());
+    give_silence();
+    EXPECT_EQ(play([&](HWND shown) {
+                  const std::string offer = shown_text(shown, RESOURCE_UPDATE_TEXT);
+                  click(shown, DOWNLOAD);
+                  EXPECT_TRUE(IsWindowVisible(shown)) << "it was ended";
+                  EXPECT_EQ(shown_text(shown, RESOURCE_UPDATE_TEXT), offer);
+                  EXPECT_TRUE(is_enabled(shown, DOWNLOAD));
+                  EXPECT_TRUE(has_focus(shown, DOWNLOAD));
+                  EXPECT_FALSE(IsWindowVisible(bar_of(shown)));
+                  EXPECT_EQ(server.connections(), 1);
+                  held = false;
+                  EXPECT_TRUE(wait_in_dialog([=] {
+                      click(shown, DOWNLOAD);
+                      return !is_enabled(shown, DOWNLOAD);
+                  }));
+                  EXPECT_TRUE(wait_in_dialog([this] { return server.connections() == 2; }));
+              }),
+              DIALOG_CANCEL);
     held = false;
+    auto_update_stop();
 }
 
 TEST_F(UpdateDialogDownload, Dialogs_that_go_while_chunks_arrive_are_never_touched_again) {
