@@ -47,10 +47,19 @@ static BOOL WINAPI read_slowly(HANDLE file, LPVOID target, DWORD size, LPDWORD g
     return read(file, target, size, got, overlapped);
 }
 
+// What the shell was asked to start.
+static struct {
+    int times;
+    std::wstring verb;
+    bool parameters;
+    int show;
+} asked;
+
 static HANDLE scanner;
 
 // The user refuses, and a scanner looks at the file at the same time, for ever.
 static BOOL WINAPI refuse_installer(SHELLEXECUTEINFOW *start) {
+    asked = {asked.times + 1, start->lpVerb, start->lpParameters != nullptr, start->nShow};
     scanner = CreateFileW(start->lpFile, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                           OPEN_EXISTING, 0, nullptr);
     SetLastError(ERROR_CANCELLED);
@@ -65,6 +74,8 @@ protected:
 
     UpdateDialogFaults() {
         http_client_limits = {.timeout = FOR_EVER, .disk_bytes = 100'000'000};
+        asked = {};
+        scanner = INVALID_HANDLE_VALUE;
     }
 
     // Plays the user, who begins the download and waits; what the dialog ended with.
@@ -139,6 +150,23 @@ TEST_F(UpdateDialogFaults,
     EXPECT_EQ(play(&watch), DIALOG_UPDATE_QUIT);
     watch.stop();
     expect_in_time(watch);
-    EXPECT_NE(scanner, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(asked.times, 1);
+    ASSERT_NE(scanner, INVALID_HANDLE_VALUE);
+    EXPECT_TRUE(file_is_there());
     CloseHandle(scanner);
+    const std::string path = temporary.file(INSTALLER_NAME);
+    EXPECT_TRUE(wait_until([&] { return !file_is_there() || DeleteFileA(path.c_str()) != 0; }))
+        << "somebody else holds it still";
+}
+
+TEST_F(UpdateDialogFaults,
+       The_installer_is_started_without_parameters_shown_normally_and_with_elevation) {
+    give_installer();
+    REPLACED_IMPORT(shell, "shell32.dll", ShellExecuteExW, refuse_installer);
+    EXPECT_EQ(play(), DIALOG_UPDATE_QUIT);
+    CloseHandle(scanner);
+    EXPECT_EQ(asked.times, 1);
+    EXPECT_EQ(asked.verb, L"runas");
+    EXPECT_FALSE(asked.parameters);
+    EXPECT_EQ(asked.show, SW_SHOWNORMAL);
 }
