@@ -59,10 +59,11 @@ TEST(DialogTemplates, All_dialogs_are_there_with_their_numbers) {
         EXPECT_NE(std::find(numbers.begin(), numbers.end(), number), numbers.end()) << number;
 }
 
-TEST(DialogTemplates, The_dialogs_for_pages_labels_and_options_have_their_controls) {
+TEST(DialogTemplates, The_dialogs_for_pages_labels_options_and_updates_have_their_controls) {
     const std::map<int, std::vector<DWORD>> wanted = {
         {253, {1000, 2023, 1003, 1005, 2033, 1004, 1002, 1001, 1007, 2024, 1008, 1, 2}},
         {104, {1001, 1, 2}},
+        {143, {1000, 1001, 1002, 2}},
         {2000, {1000, 1001, 1002, 1003, 1004}},
         {2046, {2034, 1, 2}},
         {2047, {2043, 1001, 1000, 1002}}, // and the boxes, which have their captions below

@@ -161,6 +161,11 @@ TEST_F(UpdateDialog, The_picture_is_painted_in_its_place_whenever_the_dialog_is_
 
 // ---- closing
 
+TEST(UpdateDialogResult, Cancelling_gives_2_and_quitting_for_the_update_38666) {
+    EXPECT_EQ(DIALOG_CANCEL, 2);
+    EXPECT_EQ(DIALOG_UPDATE_QUIT, 38666);
+}
+
 TEST_F(UpdateDialog, Cancel_Escape_and_the_close_button_decline) {
     EXPECT_EQ(play([](HWND dialog) { click(dialog, IDCANCEL); }), DIALOG_CANCEL);
     EXPECT_EQ(play([](HWND dialog) { press(dialog, VK_ESCAPE); }), DIALOG_CANCEL);
