@@ -11,7 +11,7 @@
 #include "tests/windows/dialog_growth.h"
 #include "tests/windows/options_dialog_player.h"
 #include "tests/windows/real_window.h"
-#include "tests/windows/window_properties.h"
+#include "tests/windows/tab_background.h"
 
 #include <gtest/gtest.h>
 
@@ -93,28 +93,12 @@ TEST_F(OptionsDialog, The_tabs_have_their_captions_in_order) {
                    }}});
 }
 
-// The system notes the themed background as a property of the window.
-static WindowProperties themed_properties(HWND dialog) {
-    const HWND plain =
-        CreateDialogParamA(GetModuleHandleA(nullptr),
-                           MAKEINTRESOURCEA(RESOURCE_DIALOG_OPTIONS_ACTIONS), dialog, nullptr, 0);
-    EXPECT_TRUE(window_properties(plain).empty());
-    enable_xp_theme(plain);
-    const WindowProperties themed = window_properties(plain);
-    DestroyWindow(plain);
-    return themed;
-}
-
 TEST_F(OptionsDialog, Every_page_has_the_themed_background_of_a_tab) {
     play_options({{OPTIONS, [](HWND dialog) {
-                       const WindowProperties themed = themed_properties(dialog);
-                       EXPECT_FALSE(themed.empty());
-                       for (int tab = 0; tab < OPTIONS_TABS; tab++) {
-                           const HWND page = options_page(dialog, static_cast<OptionsTab>(tab));
-                           const WindowProperties shown = window_properties(page);
-                           for (const auto &[name, value] : themed)
-                               EXPECT_TRUE(shown.contains(name) && shown.at(name) == value) << tab;
-                       }
+                       for (int tab = 0; tab < OPTIONS_TABS; tab++)
+                           EXPECT_TRUE(has_tab_background(
+                               options_page(dialog, static_cast<OptionsTab>(tab))))
+                               << tab;
                    }}});
 }
 

@@ -8,6 +8,7 @@
 #include "tests/windows/dialog_player.h"
 #include "tests/windows/real_window.h"
 #include "tests/windows/started_program.h"
+#include "tests/windows/tab_background.h"
 #include "update/auto_update.h"
 
 #include <gtest/gtest.h>
@@ -105,16 +106,50 @@ TEST_F(UpdateDialog, The_button_bears_the_shield_of_the_administrators_rights) {
     EXPECT_EQ(shields, 1);
 }
 
+TEST_F(UpdateDialog, It_has_the_themed_background_of_a_tab) {
+    play([](HWND dialog) { EXPECT_TRUE(has_tab_background(dialog)); });
+}
+
+// Colours of an icon, row by row; empty when it is none.
+static std::vector<std::uint32_t> icon_pixels(HICON icon) {
+    ICONINFO info = {};
+    if (GetIconInfo(icon, &info) == 0)
+        return {};
+    BITMAP bitmap = {};
+    GetObjectA(info.hbmColor, sizeof bitmap, &bitmap);
+    BITMAPINFO format = {};
+    format.bmiHeader.biSize = sizeof format.bmiHeader;
+    format.bmiHeader.biWidth = bitmap.bmWidth;
+    format.bmiHeader.biHeight = bitmap.bmHeight;
+    format.bmiHeader.biPlanes = 1;
+    format.bmiHeader.biBitCount = 32;
+    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(bitmap.bmWidth * bitmap.bmHeight));
+    const HDC dc = CreateCompatibleDC(nullptr);
+    GetDIBits(dc, info.hbmColor, 0, static_cast<UINT>(bitmap.bmHeight), pixels.data(), &format,
+              DIB_RGB_COLORS);
+    DeleteDC(dc);
+    DeleteObject(info.hbmColor);
+    DeleteObject(info.hbmMask);
+    return pixels;
+}
+
+static std::vector<std::uint32_t> small_icon_pixels(int resource) {
+    const auto icon = static_cast<HICON>(
+        LoadImageA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(resource), IMAGE_ICON,
+                   GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON), LR_DEFAULTCOLOR));
+    const std::vector<std::uint32_t> pixels = icon_pixels(icon);
+    DestroyIcon(icon);
+    return pixels;
+}
+
 TEST_F(UpdateDialog, It_has_a_small_icon_of_its_own) {
     play([](HWND dialog) {
-        const auto icon = reinterpret_cast<HICON>(SendMessageA(dialog, WM_GETICON, ICON_SMALL, 0));
-        ICONINFO info = {};
-        ASSERT_NE(GetIconInfo(icon, &info), 0);
-        BITMAP bitmap = {};
-        GetObjectA(info.hbmColor, sizeof bitmap, &bitmap);
-        EXPECT_EQ(bitmap.bmWidth, GetSystemMetrics(SM_CXSMICON));
-        DeleteObject(info.hbmColor);
-        DeleteObject(info.hbmMask);
+        const auto shown =
+            icon_pixels(reinterpret_cast<HICON>(SendMessageA(dialog, WM_GETICON, ICON_SMALL, 0)));
+        EXPECT_EQ(shown.size(), static_cast<std::size_t>(GetSystemMetrics(SM_CXSMICON) *
+                                                         GetSystemMetrics(SM_CYSMICON)));
+        EXPECT_TRUE(shown == small_icon_pixels(144));
+        EXPECT_FALSE(shown == small_icon_pixels(RESOURCE_ICON)) << "that of the program";
     });
 }
 
