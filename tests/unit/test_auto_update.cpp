@@ -77,6 +77,8 @@ TEST_F(AutoUpdateTest, the_version_text_1_4_1_is_not_offered_it_is_equal) {
     give_version("1.4.1");
     EXPECT_EQ(AUTO_UPDATE_SAME_OR_OLDER, check());
     EXPECT_EQ(10401, new_version);
+    auto_update_start();
+    EXPECT_FALSE(offered());
 }
 
 TEST_F(AutoUpdateTest, the_version_text_1_4_10_gives_10410_and_is_offered) {
@@ -102,6 +104,16 @@ TEST_F(AutoUpdateTest, an_older_version_is_not_offered) {
     EXPECT_FALSE(offered());
     EXPECT_EQ(10400, new_version);
     EXPECT_EQ(10401, current_version);
+}
+
+TEST_F(AutoUpdateTest, a_check_that_starts_forgets_what_one_before_found) {
+    new_version = 20000;
+    current_version = 0;
+    auto_update_waits.before_check = LONG_WAIT;
+    auto_update_start();
+    EXPECT_EQ(0, new_version);
+    EXPECT_EQ(10401, current_version);
+    EXPECT_FALSE(auto_update_poll());
 }
 
 TEST_F(AutoUpdateTest, with_check_for_updates_0_there_is_no_network_traffic_at_all) {
