@@ -14,6 +14,7 @@ static constexpr std::uint32_t DAY = 86'400;        // seconds
 static constexpr std::uint32_t WEEK = 7 * DAY;      // seconds
 static constexpr std::uint32_t MILLISECONDS = 1000; // in a second
 static constexpr std::uint32_t LONG_WAIT = 600'000; // milliseconds; no test waits as long
+static constexpr std::uint32_t SHORT_WAIT = 20;     // milliseconds
 
 class AutoUpdateTest : public UpdateTest {
 protected:
@@ -198,10 +199,13 @@ TEST_F(AutoUpdateTest, declining_at_the_end_of_time_does_not_wrap) {
 
 TEST_F(AutoUpdateTest, the_check_waits_before_it_asks) {
     give_version("1.5");
-    auto_update_waits.before_check = 300;
+    auto_update_waits.before_check = LONG_WAIT;
     auto_update_start();
     thread_sleep(100);
     EXPECT_EQ(0, server.connections());
+    auto_update_stop();
+    auto_update_waits.before_check = SHORT_WAIT;
+    auto_update_start();
     EXPECT_TRUE(offered());
     EXPECT_EQ(1, server.connections());
 }
