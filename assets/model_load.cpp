@@ -95,21 +95,49 @@ static void count_block(const char *at, Contents *contents) {
     contents->faces += faces;
 }
 
-// Every line ends in LF, hence no character compared lies behind the text.
-static void count_statements(const ModelText *text, Contents *contents) {
-    const char *at = text->begin;
-    if (at == text->complete_end)
-        return;
-    count_statement(at, contents);
-    for (; text->complete_end - at >= COUNT_BLOCK + COUNT_LOOK_AHEAD; at += COUNT_BLOCK) {
-        for (std::ptrdiff_t i = 0; i < COUNT_BLOCK; i += CACHE_LINE)
-            fetch_ahead(at + i, text->complete_end);
+// Counts the statements whose lines begin behind from and up to to, COUNT_BLOCK characters at a
+// time. end is the text's: every line ends in LF, hence no character compared lies behind it.
+static void count_statements(const char *from, const char *to, const char *end,
+                             Contents *contents) {
+    const char *at = from;
+    for (; at < to && end - at >= COUNT_BLOCK + COUNT_LOOK_AHEAD; at += COUNT_BLOCK)
         count_block(at, contents);
-    }
-    for (; at + 1 != text->complete_end; at++) {
+    for (; at < to && at + 1 < end; at++) {
         if (*at == '\n')
             count_statement(at + 1, contents);
     }
+}
+
+static void count_first_statement(const ModelText &text, Contents *contents) {
+    if (text.begin != text.complete_end)
+        count_statement(text.begin, contents);
+}
+
+// Opens the file's text and counts what is in it. A stretch at a time is looked at for both, so
+// that a large file comes from memory once. 0, or 1 when memory is short.
+static int open_text(std::span<const char> obj, ModelText *text, Contents *contents) {
+    static constexpr std::ptrdiff_t STRETCH = 256 * COUNT_BLOCK;
+    const char *end = obj.data() + obj.size();
+    const char *line = obj.data();
+    bool plain = true;
+    for (const char *from = obj.data(); from != end && plain;) {
+        const char *to = from + std::min(STRETCH, end - from);
+        plain = model_text_is_plain(from, to, end, &line);
+        if (plain)
+            count_statements(from, to, end, contents);
+        from = to;
+    }
+    if (plain) {
+        model_text_borrow(obj, text);
+    } else {
+        *contents = {};
+        if (model_text_copy(obj, text) != 0)
+            return 1;
+        count_statements(text->begin, text->complete_end, text->complete_end, contents);
+    }
+    count_first_statement(*text, contents);
+    find_library(text, contents);
+    return 0;
 }
 
 // Null for a count of 0. False when memory is short.
@@ -322,11 +350,9 @@ std::int32_t model_load_memory(std::span<const char> obj, const char *obj_path, 
                                float scale) {
     *model = {};
     ModelText text;
-    if (model_text_open(obj, &text) != 0)
-        return 1;
     Contents contents = {};
-    find_library(&text, &contents);
-    count_statements(&text, &contents);
+    if (open_text(obj, &text, &contents) != 0)
+        return 1;
     if (contents.library[0] != '\0')
         load_library(contents.library, obj_path, model);
     Reader reader = {};

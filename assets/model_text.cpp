@@ -19,9 +19,8 @@ static const char *find_byte(const char *begin, const char *end, char byte) {
     return found != nullptr ? static_cast<const char *>(found) : end;
 }
 
-static bool has_line_end_pair(const char *begin, const char *end) {
-    for (const char *at = find_byte(begin, end, '\r'); at != end;
-         at = find_byte(at + 1, end, '\r')) {
+static bool has_line_end_pair(const char *from, const char *to, const char *end) {
+    for (const char *at = find_byte(from, to, '\r'); at != to; at = find_byte(at + 1, to, '\r')) {
         if (at + 1 != end && at[1] == '\n')
             return true;
     }
@@ -29,15 +28,15 @@ static bool has_line_end_pair(const char *begin, const char *end) {
 }
 
 // Looks only where a line would have to have ended.
-static bool has_long_line(const char *begin, const char *end) {
+static bool has_long_line(const char **line, const char *to) {
     static constexpr std::ptrdiff_t LENGTH = MODEL_LINE_LENGTH;
-    while (end - begin > LENGTH) {
-        const char *line_end = begin + LENGTH;
-        while (line_end != begin && line_end[-1] != '\n')
+    while (to - *line > LENGTH) {
+        const char *line_end = *line + LENGTH;
+        while (line_end != *line && line_end[-1] != '\n')
             line_end--;
-        if (line_end == begin)
+        if (line_end == *line)
             return true;
-        begin = line_end;
+        *line = line_end;
     }
     return false;
 }
@@ -66,9 +65,11 @@ static char *copy_line(const char **source, const char *end, char *target, bool 
     return target;
 }
 
-static int copy_text(const char *begin, const char *end, ModelText *text) {
-    const std::size_t size = static_cast<std::size_t>(end - begin);
-    text->owned = static_cast<char *>(std::malloc(copy_capacity(size)));
+int model_text_copy(std::span<const char> bytes, ModelText *text) {
+    const char *begin = bytes.data();
+    const char *end = begin + bytes.size();
+    *text = {};
+    text->owned = static_cast<char *>(std::malloc(copy_capacity(bytes.size())));
     if (text->owned == nullptr)
         return 1;
     char *target = text->owned;
@@ -84,15 +85,22 @@ static int copy_text(const char *begin, const char *end, ModelText *text) {
     return 0;
 }
 
+void model_text_borrow(std::span<const char> bytes, ModelText *text) {
+    const char *end = bytes.data() + bytes.size();
+    *text = {.begin = bytes.data(), .end = end, .complete_end = end, .owned = nullptr};
+}
+
+bool model_text_is_plain(const char *from, const char *to, const char *end, const char **line) {
+    const bool ends = to != end || from == end || end[-1] == '\n';
+    return ends && !has_line_end_pair(from, to, end) && !has_long_line(line, to);
+}
+
 int model_text_open(std::span<const char> bytes, ModelText *text) {
-    *text = {};
-    if (bytes.empty())
-        return 0;
-    const char *begin = bytes.data();
-    const char *end = begin + bytes.size();
-    if (end[-1] != '\n' || has_line_end_pair(begin, end) || has_long_line(begin, end))
-        return copy_text(begin, end, text);
-    *text = {.begin = begin, .end = end, .complete_end = end, .owned = nullptr};
+    const char *line = bytes.data();
+    const char *end = bytes.data() + bytes.size();
+    if (!model_text_is_plain(bytes.data(), end, end, &line))
+        return model_text_copy(bytes, text);
+    model_text_borrow(bytes, text);
     return 0;
 }
 

@@ -21,6 +21,16 @@ struct ModelText {
 int model_text_open(std::span<const char> bytes, ModelText *text); // 0, or 1 when memory is short
 void model_text_close(ModelText *text);
 
+// What model_text_open does, in steps: for whoever looks at every character of a large file anyway
+// and wants it to come from memory once for both. A file is borrowed when all its stretches, one
+// after the other, are plain, else copied.
+//
+// True when from .. to - 1 need no change. *line is the beginning of a line, at first that of the
+// file, and moves on. end: the end of the file.
+bool model_text_is_plain(const char *from, const char *to, const char *end, const char **line);
+void model_text_borrow(std::span<const char> bytes, ModelText *text);
+int model_text_copy(std::span<const char> bytes, ModelText *text); // 0, or 1 when memory is short
+
 // The beginning of the next line. line is the beginning of one, not the text's end.
 const char *model_text_next_line(const ModelText *text, const char *line);
 

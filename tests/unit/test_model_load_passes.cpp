@@ -412,3 +412,51 @@ TEST(ModelPasses, files_longer_than_a_counting_block_give_what_reading_them_in_p
         ASSERT_TRUE(same_model(loaded.model, reference_model(obj, {})));
     }
 }
+
+// Large files are looked at a stretch at a time; nothing may be lost or counted twice where one
+// ends.
+static constexpr std::size_t STRETCH = 61440; // characters
+
+// Plain lines up to exactly this length. Some are read, but not counted: they take the room of
+// others.
+static std::string plain_lines(std::size_t length) {
+    static const char *const lines[] = {"v 1 2 3\n", "vn 0 0 1\n", "f 1 2 3\n", "# m\n",
+                                        "v 4 5 6\n"};
+    std::string text;
+    for (std::size_t i = 0; text.size() + 40 < length; i++)
+        text += i % 700 == 1 ? "foo 2 2 2\nvn\t4 4 4\n" : lines[i * 9 / 5 % std::size(lines)];
+    return text + '#' + std::string(length - text.size() - 2, 'x') + '\n';
+}
+
+TEST(ModelPasses, what_stands_where_one_stretch_ends_and_the_next_begins_is_read_once) {
+    TestFolder folder;
+    const std::string mtl = "newmtl a\nKd 1 0 0\n";
+    folder.write("a.mtl", mtl);
+    const std::string path = folder.file("a.obj"), library = "mtllib a.mtl\n";
+    const std::vector<Material> materials = reference_materials(mtl);
+    const std::string odd_pieces[] = {
+        "v 7 8 9\nf 1//1 2//1 3//1\nvn 1 1 1\n", "usemtl a\r\nf 3 2 1\n",
+        "# " + std::string(1200, 'm') + "v 1 2 3\nvn 3 2 1\n", "\r\r\nf 3 2 1\n"};
+    for (std::size_t stretches = 1; stretches <= 2; stretches++) {
+        for (std::size_t before = 0; before < 14; before++) {
+            for (const std::string &odd : odd_pieces) {
+                const std::string obj = library +
+                                        plain_lines(stretches * STRETCH - library.size() - before) +
+                                        odd + plain_lines(3000);
+                const LoadedModel loaded(obj, 1.0f, path.c_str());
+                ASSERT_TRUE(same_model(loaded.model, reference_model(obj, materials)))
+                    << stretches << " stretches, " << before << " before: " << visible(odd);
+                EXPECT_GT(loaded.model.face_total, 1000);
+            }
+        }
+    }
+}
+
+TEST(ModelPasses, a_long_line_that_begins_in_one_stretch_and_ends_in_another_comes_in_pieces) {
+    for (const std::size_t length : {990u, 991u, 992u, 998u, 999u, 1000u, 2500u}) {
+        const std::string obj = plain_lines(STRETCH - 500) + std::string(length, ' ') +
+                                "v 1 2 3\n" + plain_lines(STRETCH);
+        const LoadedModel loaded(obj);
+        ASSERT_TRUE(same_model(loaded.model, reference_model(obj, {}))) << length;
+    }
+}
