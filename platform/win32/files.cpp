@@ -201,7 +201,6 @@ int file_create_text(const char *path, std::string_view text) {
     return error == ERROR_SUCCESS ? 0 : 2;
 }
 
-// Where the system lets an administrator write read-only files, they still count as such here.
 struct FileWriter {
     HANDLE file;
 };
@@ -222,6 +221,7 @@ int file_writer_close(FileWriter *writer) {
     return closed ? 0 : 1;
 }
 
+// Where the system lets an administrator write read-only files, they still count as such here.
 int file_probe_writable(const char *path) {
     if (has_attribute(path, FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY))
         return 1;
