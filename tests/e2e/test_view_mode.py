@@ -24,6 +24,7 @@ from orvanel import (
 
 RED_PAGE = ("0.60", "0.10", "0.10")
 GREEN_PAGE = ("0.10", "0.60", "0.10")
+EXIT_FAILED_TO_START = 1  # as in app/orvanel.cpp
 
 
 def floor_colour(program):
@@ -244,7 +245,7 @@ def test_a_home_page_that_cannot_be_loaded_ends_the_program_after_its_message():
         assert caption == "Orvanel"
         assert "The page file contains syntax errors and will not be loaded." in shown
         program.answer()
-        program.exit_code()
+        assert program.exit_code() == EXIT_FAILED_TO_START
 
 
 def test_an_action_that_cannot_be_started_shows_its_message():
@@ -295,7 +296,7 @@ def test_options_that_are_no_orvanel_file_end_the_program_with_their_message():
         _, shown = program.wait_message()
         assert "options.xml is not valid Orvanel file.  Please correct or remove the file." in shown
         program.answer()
-        program.exit_code()
+        assert program.exit_code() == EXIT_FAILED_TO_START
     assert (SETTINGS / "options.xml").read_text() == "<something>\n</something>\n"
 
 
