@@ -48,8 +48,15 @@ int file_writer_close(FileWriter *writer);                         // the same
 // 0 when the file can be opened for appending; a missing file is created empty by that. Else 1.
 int file_probe_writable(const char *path);
 
-int file_delete(const char *path);                     // 0 deleted, 1 failed
-int file_copy(const char *source, const char *target); // overwrites; 0 copied, 1 failed
+int file_delete(const char *path); // 0 deleted, 1 failed
+
+// Copies a file byte by byte, by the steps of file_replace_text: it replaces what stands there
+// whole or leaves it. The copy keeps the time of the last change and whether it is read-only (on
+// Windows hidden or a system file as well), as the system's own copy does: a page that is not to be
+// edited stays so wherever it is copied. Nothing else goes along, such as other streams. Returns 0;
+// 1 when the source is no file, the target is the source itself, read-only, hidden or a folder, or
+// any step failed (the target is as it was, nothing is left beside it).
+int file_copy(const char *source, const char *target);
 
 // Refuses to replace an existing file. 0 renamed, 1 failed.
 int file_rename(const char *source, const char *target);

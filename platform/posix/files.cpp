@@ -16,6 +16,7 @@
 
 static constexpr mode_t FILE_MODE = 0644;
 static constexpr mode_t FOLDER_MODE = 0755;
+static constexpr mode_t PERMISSIONS = 0777;
 static constexpr std::size_t COPY_BLOCK = 1u << 16; // bytes
 static constexpr int TEMPORARY_NAME_ATTEMPTS = 16;
 
@@ -129,10 +130,11 @@ static bool write_whole(int file, std::string_view text) {
     return true;
 }
 
-// Writes, brings to the disk and closes, whatever fails on the way.
-static bool write_flush_close(int file, std::string_view text) {
-    const bool written = write_whole(file, text) && fsync(file) == 0;
-    return close(file) == 0 && written;
+// Fills, brings to the disk and closes, whatever fails on the way.
+template <typename Fill>
+static bool fill_flush_close(int file, Fill fill) {
+    const bool filled = fill(file) && fsync(file) == 0;
+    return close(file) == 0 && filled;
 }
 
 // Opens a file of a new name beside the target, which is left in name.
@@ -157,15 +159,16 @@ static void flush_folder_of(const std::string &path) {
     close(file);
 }
 
-// Writes the text beside the target and puts it in place in one step. rename_flags as of renameat2.
-// Returns 0 or what went wrong as an errno; nothing is left beside the target then.
-static int put_text(const std::string &target, std::string_view text, unsigned rename_flags) {
+// Has a new file beside the target filled and puts it in place in one step. rename_flags as of
+// renameat2. Returns 0 or what went wrong as an errno; nothing is left beside the target then.
+template <typename Fill>
+static int put_file(const std::string &target, unsigned rename_flags, Fill fill) {
     std::string temporary;
     const int file = open_temporary(target, &temporary);
     if (file < 0)
         return EIO;
     int error = EIO;
-    if (write_flush_close(file, text)) {
+    if (fill_flush_close(file, fill)) {
         if (renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, target.c_str(), rename_flags) == 0) {
             flush_folder_of(target);
             return 0;
@@ -174,6 +177,10 @@ static int put_text(const std::string &target, std::string_view text, unsigned r
     }
     unlink(temporary.c_str());
     return error;
+}
+
+static int put_text(const std::string &target, std::string_view text, unsigned rename_flags) {
+    return put_file(target, rename_flags, [text](int file) { return write_whole(file, text); });
 }
 
 int file_replace_text(const char *path, std::string_view text) {
@@ -246,25 +253,42 @@ static bool copy_bytes(int source, int target) {
     }
 }
 
-static bool same_file(const char *a, const char *b) {
-    struct stat first, second;
-    return look_up(a, &first) && look_up(b, &second) && first.st_dev == second.st_dev &&
-           first.st_ino == second.st_ino;
+// A file system that cannot hold them is no reason to go without the copy.
+static void keep_time_and_permissions(int target, const struct stat &source) {
+    const timespec times[] = {{0, UTIME_OMIT}, source.st_mtim};
+    futimens(target, times);
+    fchmod(target, source.st_mode & PERMISSIONS);
+}
+
+static bool is_same_file(const struct stat &file, const std::string &path) {
+    struct stat other;
+    return stat(path.c_str(), &other) == 0 && other.st_dev == file.st_dev &&
+           other.st_ino == file.st_ino;
+}
+
+static int copy_open_file(int source, const std::string &target) {
+    struct stat status;
+    if (fstat(source, &status) != 0 || !S_ISREG(status.st_mode) || is_same_file(status, target))
+        return 1;
+    const int error = put_file(target, 0, [&](int file) {
+        if (!copy_bytes(source, file))
+            return false;
+        keep_time_and_permissions(file, status);
+        return true;
+    });
+    return error == 0 ? 0 : 1;
 }
 
 int file_copy(const char *source, const char *target) {
-    if (!file_exists(source) || is_read_only(target) || same_file(source, target))
+    const std::string native_target = native_path(target);
+    if (native_target.empty() || is_read_only(target) || folder_exists(target))
         return 1;
-    const int from = open(native_path(source).c_str(), O_RDONLY | O_CLOEXEC);
-    if (from < 0)
+    const int file = open(native_path(source).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (file < 0)
         return 1;
-    const int to =
-        open(native_path(target).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, FILE_MODE);
-    const bool copied = to >= 0 && copy_bytes(from, to);
-    close(from);
-    if (to < 0)
-        return 1;
-    return close(to) == 0 && copied ? 0 : 1;
+    const int result = copy_open_file(file, native_target);
+    close(file);
+    return result;
 }
 
 int file_rename(const char *source, const char *target) {

@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <cstring>
 #include <new>
 #include <string>
 #include <utility>
@@ -14,6 +15,8 @@ static constexpr DWORD READ_BLOCK_MAX = 1u << 30;    // bytes
 static constexpr int TEMPORARY_NAME_ATTEMPTS = 16;
 static constexpr int REPLACE_ATTEMPTS = 10;
 static constexpr DWORD REPLACE_PAUSE = 20; // milliseconds
+static constexpr DWORD COPIED_ATTRIBUTES =
+    FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
 static constexpr DWORD SHARE_ALL = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 // False as well when path names nothing.
@@ -134,21 +137,29 @@ static bool write_whole(HANDLE file, std::string_view text) {
     return block.empty() || write_block(file, block);
 }
 
-// Writes, brings to the disk and closes, whatever fails on the way.
-static bool write_flush_close(HANDLE file, std::string_view text) {
-    const bool written = write_whole(file, text) && FlushFileBuffers(file) != 0;
-    return CloseHandle(file) != 0 && written;
+// Fills, brings to the disk and closes, whatever fails on the way.
+template <typename Fill>
+static bool fill_flush_close(HANDLE file, Fill fill) {
+    const bool filled = fill(file) && FlushFileBuffers(file) != 0;
+    return CloseHandle(file) != 0 && filled;
 }
 
-// Creates a file of a new name in the target's folder, which is left in name. The name ends in
-// ".tmp", so that one left behind by a power cut is never taken for a page.
-static HANDLE open_temporary(const char *target, char (&name)[PATH_SIZE]) {
+// A name in the target's folder. It ends in ".tmp", so that a file left behind by a power cut is
+// never taken for a page.
+static void name_temporary(const char *target, unsigned number, char (&name)[PATH_SIZE]) {
     const std::string_view path = target;
     const std::size_t separator = path.find_last_of("\\/:");
-    const std::size_t folder = separator == std::string_view::npos ? 0 : separator + 1;
+    const int folder = separator == std::string_view::npos ? 0 : static_cast<int>(separator) + 1;
+    text_format(name, sizeof name, "%.*s~orvanel-%lx-%x.tmp", folder, target,
+                static_cast<unsigned long>(GetCurrentProcessId()), number);
+    if (std::strlen(name) >= MAX_PATH) // so deep a folder has room for a short name only
+        text_format(name, sizeof name, "%.*s~%x.tmp", folder, target, number);
+}
+
+// Creates a file of a new name beside the target, which is left in name.
+static HANDLE open_temporary(const char *target, char (&name)[PATH_SIZE]) {
     for (unsigned i = 0; i < TEMPORARY_NAME_ATTEMPTS; i++) {
-        text_format(name, sizeof name, "%.*s~orvanel-%lx-%x.tmp", static_cast<int>(folder), target,
-                    static_cast<unsigned long>(GetCurrentProcessId()), i);
+        name_temporary(target, i, name);
         const HANDLE file = CreateFileA(name, GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                         FILE_ATTRIBUTE_NORMAL, nullptr);
         if (file != INVALID_HANDLE_VALUE || GetLastError() != ERROR_FILE_EXISTS)
@@ -172,18 +183,28 @@ static DWORD put_in_place(const char *temporary, const char *target, DWORD move_
     return error;
 }
 
-// Writes the text beside the target and puts it in place in one step. Returns an error code of the
-// system; nothing is left beside the target then.
-static DWORD put_text(const char *target, std::string_view text, DWORD move_flags) {
+static void delete_temporary(const char *temporary) {
+    SetFileAttributesA(temporary, FILE_ATTRIBUTE_NORMAL); // that of a read-only file, too
+    DeleteFileA(temporary);
+}
+
+// Has a new file beside the target filled and puts it in place in one step. Returns an error code
+// of the system; nothing is left beside the target then.
+template <typename Fill>
+static DWORD put_file(const char *target, DWORD move_flags, Fill fill) {
     char temporary[PATH_SIZE];
     const HANDLE file = open_temporary(target, temporary);
     if (file == INVALID_HANDLE_VALUE)
         return ERROR_CANNOT_MAKE;
-    const DWORD error = write_flush_close(file, text) ? put_in_place(temporary, target, move_flags)
-                                                      : ERROR_WRITE_FAULT;
+    const DWORD error = fill_flush_close(file, fill) ? put_in_place(temporary, target, move_flags)
+                                                     : ERROR_WRITE_FAULT;
     if (error != ERROR_SUCCESS)
-        DeleteFileA(temporary);
+        delete_temporary(temporary);
     return error;
+}
+
+static DWORD put_text(const char *target, std::string_view text, DWORD move_flags) {
+    return put_file(target, move_flags, [text](HANDLE file) { return write_whole(file, text); });
 }
 
 int file_replace_text(const char *path, std::string_view text) {
@@ -238,10 +259,54 @@ int file_delete(const char *path) {
     return DeleteFileA(path) != 0 ? 0 : 1;
 }
 
-int file_copy(const char *source, const char *target) {
-    if (has_attribute(target, FILE_ATTRIBUTE_READONLY))
+static bool copy_bytes(HANDLE source, HANDLE target) {
+    char block[WRITE_BLOCK];
+    for (;;) {
+        DWORD got = 0;
+        if (ReadFile(source, block, sizeof block, &got, nullptr) == 0)
+            return false;
+        if (got == 0)
+            return true;
+        if (!write_block(target, {block, got}))
+            return false;
+    }
+}
+
+// A file system that cannot hold them, as on some servers, is no reason to go without the copy.
+static void keep_time_and_attributes(HANDLE target, const BY_HANDLE_FILE_INFORMATION &source) {
+    FILE_BASIC_INFO info = {}; // a time of 0 is left as it is
+    info.LastWriteTime.LowPart = source.ftLastWriteTime.dwLowDateTime;
+    info.LastWriteTime.HighPart = static_cast<LONG>(source.ftLastWriteTime.dwHighDateTime);
+    info.FileAttributes = FILE_ATTRIBUTE_ARCHIVE | (source.dwFileAttributes & COPIED_ATTRIBUTES);
+    SetFileInformationByHandle(target, FileBasicInfo, &info, sizeof info);
+}
+
+static int copy_open_file(HANDLE source, const char *target) {
+    BY_HANDLE_FILE_INFORMATION info;
+    if (GetFileType(source) != FILE_TYPE_DISK || GetFileInformationByHandle(source, &info) == 0)
         return 1;
-    return CopyFileA(source, target, FALSE) != 0 ? 0 : 1;
+    const DWORD error = put_file(target, MOVEFILE_REPLACE_EXISTING, [&](HANDLE file) {
+        if (!copy_bytes(source, file))
+            return false;
+        keep_time_and_attributes(file, info);
+        return true;
+    });
+    return error == ERROR_SUCCESS ? 0 : 1;
+}
+
+// The source is kept open and from being deleted until the end: so it is not replaced by its own
+// copy, whatever other name the target is given by.
+int file_copy(const char *source, const char *target) {
+    if (has_attribute(target,
+                      FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_DIRECTORY))
+        return 1;
+    const HANDLE file = CreateFileA(source, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                    nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return 1;
+    const int result = copy_open_file(file, target);
+    CloseHandle(file);
+    return result;
 }
 
 int file_rename(const char *source, const char *target) {

@@ -1,5 +1,9 @@
 #include "tests/unit/edit_fixture.h"
 
+#ifndef _WIN32
+#include "tests/support/full_disk.h"
+#endif
+
 struct ClipboardPageFile : Edit {
     ClipboardPageFile() {
         orvanel_options.object_transitions = 0;
@@ -124,6 +128,17 @@ TEST_F(ClipboardPageFile, a_file_that_cannot_be_copied_is_not_reported) {
     EXPECT_STREQ(pasted->name, "Games (Copy)");
     EXPECT_FALSE(file_exists(folder.file("missing_copy_1.orvl").c_str()));
 }
+
+#ifndef _WIN32
+TEST_F(ClipboardPageFile, a_page_that_finds_no_room_is_not_copied_in_part) {
+    folder.write("games.orvl", std::string(5000, 'x'));
+    const MessageScript script;
+    const FullDisk disk(1000);
+    EXPECT_EQ(file_of(paste_copy_of("Games", "games.orvl")), "games_copy_1.orvl");
+    EXPECT_TRUE(script.shown().empty());
+    EXPECT_FALSE(file_exists(folder.file("games_copy_1.orvl").c_str()));
+}
+#endif
 
 TEST_F(ClipboardPageFile, a_name_near_30_characters_is_cut_so_that_its_end_fits) {
     EXPECT_STREQ(paste_copy_of("123456789012345678901234567890", "a.orvl")->name,

@@ -9,6 +9,7 @@
 
 #ifndef _WIN32
 #include "platform/posix/recorder.h"
+#include "tests/support/full_disk.h"
 #endif
 
 static int shown; // times that the folder's edit was brought before the user
@@ -161,3 +162,17 @@ TEST_F(OptionsFolderTest, When_the_home_page_does_not_arrive_the_folder_is_refus
     expect_icon(MessageIcon::Exclamation);
     EXPECT_EQ(shown, 0);
 }
+
+#ifndef _WIN32
+TEST_F(OptionsFolderTest, Half_a_home_page_on_a_full_disk_is_none_and_the_folder_is_refused) {
+    folder.write("old\\home.orvl", std::string(5000, 'x'));
+    MessageScript script({MessageAnswer::Yes});
+    const FullDisk disk(1000);
+    EXPECT_EQ(settle(new_folder), OptionsFolder::Refused);
+    ASSERT_EQ(script.shown().size(), 2u);
+    EXPECT_EQ(script.shown()[1].text,
+              "Orvanel was unable to write to the new Page file folder location.");
+    EXPECT_FALSE(file_exists(folder.file("new\\home.orvl").c_str()));
+    EXPECT_EQ(folder.read("new\\second.orvl"), "second page");
+}
+#endif

@@ -6,16 +6,23 @@
 
 #include <algorithm>
 #include <string>
+#include <sys/stat.h>
 
 #ifdef _WIN32
 #include <process.h>
+#include <sys/utime.h>
+#include <windows.h>
 static constexpr char LINE_END[] = "\r\n";
+
+static std::string native_path(const char *path) {
+    return path;
+}
 #else
 #include "platform/posix/drives.h"
 #include "tests/support/full_disk.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
+#include <utime.h>
 static constexpr char LINE_END[] = "\n";
 #endif
 
@@ -240,16 +247,102 @@ TEST(Files, copying_overwrites_the_target_but_not_a_read_only_one) {
     folder.set_read_only("target", false);
     EXPECT_EQ(0, file_copy(source.c_str(), target.c_str()));
     EXPECT_TRUE(folder.read("target") == std::string(200'000, 'x'));
-    EXPECT_EQ(1, file_copy(folder.file("missing").c_str(), target.c_str()));
-    EXPECT_EQ(1, file_copy(source.c_str(), folder.file("missing\\target").c_str()));
+    EXPECT_EQ((std::vector<std::string>{"source", "target"}), listed(folder, "*"));
+}
+
+TEST(Files, a_file_is_copied_byte_by_byte_whatever_its_size) {
+    TestFolder folder;
+    std::string all(5'000'001, '\0'); // no whole number of blocks
+    for (std::size_t i = 0; i < all.size(); i++)
+        all[i] = static_cast<char>(i * i >> 3);
+    for (const std::string &content : {std::string(), std::string("a\nb\r\n\0\x1a", 7), all}) {
+        const std::string source = folder.write("source", content);
+        EXPECT_EQ(0, file_copy(source.c_str(), folder.file("target").c_str()));
+        EXPECT_TRUE(folder.read("target") == content) << content.size();
+        EXPECT_EQ(static_cast<long long>(content.size()), file_size(folder.file("target").c_str()));
+        EXPECT_TRUE(folder.read("source") == content) << content.size();
+    }
+}
+
+TEST(Files, what_is_no_file_is_not_copied_and_the_target_stays_as_it_was) {
+    TestFolder folder;
+    const std::string target = folder.write("target", "old");
+    folder_create(folder.file("sub").c_str());
+    for (const char *name : {"missing", "sub", "sub\\", "missing\\source"})
+        EXPECT_EQ(1, file_copy(folder.file(name).c_str(), target.c_str())) << name;
+    EXPECT_EQ("old", folder.read("target"));
+    EXPECT_EQ(1, file_copy(folder.file("missing").c_str(), folder.file("new").c_str()));
+    EXPECT_EQ((std::vector<std::string>{"sub", "target"}), listed(folder, "*"));
+}
+
+TEST(Files, nothing_is_copied_over_a_folder_or_into_one_that_is_missing) {
+    TestFolder folder;
+    const std::string source = folder.write("source", "new");
+    folder_create(folder.file("sub").c_str());
+    for (const char *name : {"sub", "sub\\", "missing\\target"})
+        EXPECT_EQ(1, file_copy(source.c_str(), folder.file(name).c_str())) << name;
+    EXPECT_TRUE(folder_exists(folder.file("sub").c_str()));
+    EXPECT_TRUE(listed(folder, "sub\\*").empty());
+    EXPECT_EQ((std::vector<std::string>{"source", "sub"}), listed(folder, "*"));
 }
 
 TEST(Files, copying_a_file_onto_itself_fails_and_keeps_it) {
     TestFolder folder;
     const std::string path = folder.write("page", "kept");
     EXPECT_EQ(1, file_copy(path.c_str(), path.c_str()));
+    EXPECT_EQ(1, file_copy(path.c_str(), folder.file(".\\page").c_str()));
+#ifdef _WIN32
+    EXPECT_EQ(1, file_copy(path.c_str(), folder.file("PAGE").c_str()));
+#endif
     EXPECT_EQ("kept", folder.read("page"));
+    EXPECT_EQ(std::vector<std::string>{"page"}, listed(folder, "*"));
 }
+
+static long long time_of_last_change(const std::string &path) {
+    struct stat status = {};
+    EXPECT_EQ(0, stat(native_path(path.c_str()).c_str(), &status)) << path;
+    return status.st_mtime;
+}
+
+TEST(Files, a_copy_keeps_the_time_of_the_last_change) {
+    TestFolder folder;
+    const std::string source = folder.write("source", "text");
+    const utimbuf times = {1'234'567'890, 1'000'000'000}; // read, changed
+    ASSERT_EQ(0, utime(native_path(source.c_str()).c_str(), const_cast<utimbuf *>(&times)));
+    const std::string target = folder.write("target", "old");
+    EXPECT_EQ(0, file_copy(source.c_str(), target.c_str()));
+    EXPECT_EQ(0, file_copy(source.c_str(), folder.file("new").c_str()));
+    EXPECT_EQ(1'000'000'000, time_of_last_change(target));
+    EXPECT_EQ(1'000'000'000, time_of_last_change(folder.file("new")));
+}
+
+TEST(Files, a_copy_of_a_read_only_file_is_read_only_and_of_another_one_is_not) {
+    TestFolder folder;
+    const std::string source = folder.write("source", "text");
+    const std::string target = folder.write("target", "old");
+    EXPECT_EQ(0, file_copy(source.c_str(), target.c_str()));
+    EXPECT_EQ(0, file_probe_writable(target.c_str()));
+    folder.set_read_only("source", true);
+    EXPECT_EQ(0, file_copy(source.c_str(), target.c_str()));
+    EXPECT_EQ("text", folder.read("target"));
+    EXPECT_EQ(1, file_probe_writable(target.c_str()));
+    EXPECT_EQ((std::vector<std::string>{"source", "target"}), listed(folder, "*"));
+}
+
+#ifdef _WIN32
+TEST(Files, a_copy_of_a_hidden_file_is_hidden_and_a_hidden_one_is_not_overwritten) {
+    TestFolder folder;
+    const std::string source = folder.write("source", "text");
+    const std::string target = folder.file("target");
+    const DWORD hidden = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+    ASSERT_NE(0, SetFileAttributesA(source.c_str(), hidden));
+    EXPECT_EQ(0, file_copy(source.c_str(), target.c_str()));
+    EXPECT_EQ(hidden, GetFileAttributesA(target.c_str()) & hidden);
+    const std::string other = folder.write("other", "new");
+    EXPECT_EQ(1, file_copy(other.c_str(), target.c_str()));
+    EXPECT_EQ("text", folder.read("target"));
+}
+#endif
 
 TEST(Files, renaming_never_replaces_another_file) {
     TestFolder folder;
@@ -314,6 +407,37 @@ TEST(Files, a_text_that_finds_no_room_leaves_the_old_file_and_nothing_beside_it)
     EXPECT_EQ(std::vector<std::string>{"page.orvl"}, listed(folder, "*"));
 }
 
+TEST(Files, a_copy_that_finds_no_room_leaves_the_old_file_and_nothing_beside_it) {
+    TestFolder folder;
+    const std::string source = folder.write("source", std::string(5000, 'x'));
+    const std::string target = folder.write("target", "old");
+    const FullDisk disk(1000);
+    EXPECT_EQ(1, file_copy(source.c_str(), target.c_str()));
+    EXPECT_EQ("old", folder.read("target"));
+    EXPECT_EQ(1, file_copy(source.c_str(), folder.file("new").c_str()));
+    EXPECT_EQ((std::vector<std::string>{"source", "target"}), listed(folder, "*"));
+}
+
+TEST(Files, a_file_is_not_copied_over_itself_by_another_name) {
+    TestFolder folder;
+    const std::string path = folder.write("page", "kept");
+    ASSERT_EQ(0, symlink("page", native_path(folder.file("alias").c_str()).c_str()));
+    EXPECT_EQ(1, file_copy(path.c_str(), folder.file("alias").c_str()));
+    EXPECT_EQ(1, file_copy(folder.file("alias").c_str(), path.c_str()));
+    EXPECT_EQ("kept", folder.read("page"));
+}
+
+TEST(Files, a_copy_is_open_to_nobody_whom_its_source_is_closed_to) {
+    TestFolder folder;
+    const std::string source = folder.write("source", "secret");
+    const std::string target = folder.file("target");
+    ASSERT_EQ(0, chmod(native_path(source.c_str()).c_str(), 0600));
+    EXPECT_EQ(0, file_copy(source.c_str(), target.c_str()));
+    struct stat status = {};
+    ASSERT_EQ(0, stat(native_path(target.c_str()).c_str(), &status));
+    EXPECT_EQ(0600u, status.st_mode & 0777);
+}
+
 TEST(Files, a_pipe_is_unreadable_and_nobody_waits_for_its_writer) {
     TestFolder folder;
     const std::string path = folder.file("pipe");
@@ -321,6 +445,7 @@ TEST(Files, a_pipe_is_unreadable_and_nobody_waits_for_its_writer) {
     std::vector<char> bytes;
     EXPECT_EQ(1, file_read(path.c_str(), &bytes));
     EXPECT_EQ("unreadable", beginning_of(path.c_str(), 4));
+    EXPECT_EQ(1, file_copy(path.c_str(), folder.file("copy").c_str()));
 }
 
 TEST(Files, a_link_to_a_folder_is_listed_as_a_folder_and_a_link) {

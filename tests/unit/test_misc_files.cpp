@@ -9,6 +9,8 @@
 
 #ifdef _WIN32
 #include <windows.h>
+#else
+#include "tests/support/full_disk.h"
 #endif
 
 static std::string file_name_for(const std::string &title) {
@@ -54,6 +56,19 @@ TEST(CopyFiles, a_file_that_cannot_be_copied_does_not_stop_the_others) {
     EXPECT_EQ("a.orvl", target.read("a.orvl"));
     EXPECT_EQ("c.orvl", target.read("c.orvl"));
 }
+
+#ifndef _WIN32
+TEST(CopyFiles, a_page_that_finds_no_room_leaves_the_one_that_stood_there) {
+    TestFolder source, target;
+    source.write("a.orvl", std::string(5000, 'x'));
+    source.write("b.orvl", "b");
+    target.write("a.orvl", "old");
+    const FullDisk disk(1000);
+    EXPECT_EQ(0, copy_files(source.path, target.path, "*.orvl"));
+    EXPECT_EQ("old", target.read("a.orvl"));
+    EXPECT_EQ("b", target.read("b.orvl"));
+}
+#endif
 
 TEST(ChangeFileExtensions, every_matching_file_gets_the_new_extension) {
     TestFolder folder;

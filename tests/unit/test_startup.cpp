@@ -25,6 +25,7 @@
 
 #ifndef _WIN32
 #include "platform/posix/recorder.h"
+#include "tests/support/full_disk.h"
 
 #include <unistd.h>
 #endif
@@ -139,6 +140,16 @@ TEST_F(PageFolder, a_new_user_gets_the_pages_shipped_in_the_documents_folder) {
     EXPECT_EQ("old", user.read("Orvanel Pages\\old.xml"));
     EXPECT_FALSE(file_exists(user.file("Orvanel Pages\\readme.txt").c_str()));
     EXPECT_EQ(0u, script.shown().size());
+}
+
+TEST_F(PageFolder, a_disk_that_is_full_leaves_a_new_user_whole_pages_only) {
+    recorder.documents = user.path;
+    program.write("home.orvl", std::string(5000, 'x'));
+    program.write("sub.orvl", "sub");
+    const FullDisk disk(1000);
+    chosen("");
+    EXPECT_FALSE(file_exists(user.file("Orvanel Pages\\home.orvl").c_str()));
+    EXPECT_EQ("sub", user.read("Orvanel Pages\\sub.orvl"));
 }
 
 TEST_F(PageFolder, the_pages_of_an_old_user_are_left_alone) {
