@@ -39,7 +39,7 @@ static std::string user_sid(HANDLE token) {
     if (GetTokenInformation(token, TokenUser, buffer, sizeof buffer, &size) == 0 ||
         ConvertSidToStringSidA(reinterpret_cast<TOKEN_USER *>(buffer)->User.Sid, &text) == 0)
         return {};
-    const std::string sid = text;
+    std::string sid = text;
     LocalFree(text);
     return sid;
 }
