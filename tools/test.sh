@@ -122,7 +122,7 @@ if wants fuzz || wants checks; then
     say "Fuzzers, $fuzz_seconds seconds each, and the deeper source checks"
     (
         wants fuzz && run_fuzzers
-        wants checks && build_step native && step clang-tidy nice -n 19 tools/check_tidy.sh
+        wants checks && step clang-tidy nice -n 19 tools/check_tidy.sh
     ) &
     runners=$!
 fi
