@@ -68,7 +68,6 @@ static void count_statement(const char *line, Contents *contents) {
 // Has the processor fetch the text some way ahead of here: a large file lies in memory that is slow
 // to reach, and the walks over it are quicker than the processor's own guess.
 static constexpr std::ptrdiff_t FETCH_AHEAD = 2048; // bytes
-static constexpr std::ptrdiff_t CACHE_LINE = 64;    // bytes
 static inline void fetch_ahead(const char *at, const char *end) {
     if (end - at > FETCH_AHEAD)
         __builtin_prefetch(at + FETCH_AHEAD);
@@ -116,12 +115,13 @@ static void count_first_statement(const ModelText &text, Contents *contents) {
 // Opens the file's text and counts what is in it. A stretch at a time is looked at for both, so
 // that a large file comes from memory once. 0, or 1 when memory is short.
 static int open_text(std::span<const char> obj, ModelText *text, Contents *contents) {
-    static constexpr std::ptrdiff_t STRETCH = 256 * COUNT_BLOCK;
+    static_assert(MODEL_TEXT_STRETCH % COUNT_BLOCK == 0);
     const char *end = obj.data() + obj.size();
     const char *line = obj.data();
-    bool plain = true;
+    // Without a last line feed a statement at the end would be looked for beyond it.
+    bool plain = obj.empty() || obj.back() == '\n';
     for (const char *from = obj.data(); from != end && plain;) {
-        const char *to = from + std::min(STRETCH, end - from);
+        const char *to = from + std::min(MODEL_TEXT_STRETCH, end - from);
         plain = model_text_is_plain(from, to, end, &line);
         if (plain)
             count_statements(from, to, end, contents);

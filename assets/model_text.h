@@ -21,6 +21,9 @@ struct ModelText {
 int model_text_open(std::span<const char> bytes, ModelText *text); // 0, or 1 when memory is short
 void model_text_close(ModelText *text);
 
+// Characters that large files are looked at together.
+inline constexpr std::ptrdiff_t MODEL_TEXT_STRETCH = 61440;
+
 // What model_text_open does, in steps: for whoever looks at every character of a large file anyway
 // and wants it to come from memory once for both. A file is borrowed when all its stretches, one
 // after the other, are plain, else copied.

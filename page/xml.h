@@ -33,8 +33,8 @@ std::int32_t xml_get_element(const char *open_tag, const char *limit_tag);
 // The same, and copies the text up to the next '<' into out (untouched when not found).
 std::int32_t xml_get_item(const char *open_tag, const char *limit_tag, char (&out)[XML_ITEM_SIZE]);
 
-// A tag, and what the search has found out about it in the text at hand: no tag is looked for twice
-// in the same stretch.
+// A tag, and what the search has found out about it in the text at hand: beyond the next few
+// brackets no stretch is searched twice for it.
 struct XmlTag {
     const char *text;        // not terminated
     std::uint32_t length;    // characters

@@ -1,5 +1,5 @@
 // The search behind xml_get_element. Each tag remembers what earlier searches of the same text
-// found out about it, so that none is looked for twice in the same stretch.
+// found out about it, so that beyond the next few brackets no stretch is searched twice for it.
 #pragma once
 
 // Makes everything that tags remember void: for a new text.

@@ -110,21 +110,34 @@ make_wines() {
 second_prefix() { # preset
     local usual=$WINE64_PREFIX outside=
     [ "$1" = win64 ] || { usual=$WINE32_PREFIX outside=$WINE32_ROOT; }
-    [ -e "$outside$usual.dialogs" ] || cp -a "$outside$usual" "$outside$usual.dialogs"
+    local copy=$outside$usual.dialogs
+    if [ ! -e "$copy" ]; then
+        rm -rf "$copy.new"
+        cp -a "$outside$usual" "$copy.new" && mv "$copy.new" "$copy" || return 1
+    fi
     echo "$usual.dialogs"
 }
 
-# Keeps Wine's services up in a prefix, which all programs after it share, until end_wine.
+# Keeps Wine's services up in a prefix, which all programs after it share, until end_wine. Fails when
+# Wine does not start.
 begin_wine() { # preset, prefix or nothing for the usual one
     export ORVANEL_PREFIX=$2
     coproc KEEPER { exec "$ORVANEL_ROOT/tools/wine${1#win}.sh" "build/$1/tests/prefix_keeper.exe" 2>/dev/null; }
-    KEEPER_INPUT=${KEEPER[1]}
-    read -r -t 60 <&"${KEEPER[0]}" || echo "Wine's services do not stay up: the tests take longer." >&2
+    # Bash takes these away as soon as the program ends.
+    WINE_KEEPER=${KEEPER_PID:-} KEEPER_INPUT=${KEEPER[1]:-}
+    local output=${KEEPER[0]:-}
+    [ -n "$output" ] && read -r -t 60 <&"$output"
 }
 
 end_wine() {
     [ -n "${KEEPER_INPUT:-}" ] && exec {KEEPER_INPUT}>&-
     KEEPER_INPUT=
+    local tenth
+    for tenth in $(seq 100); do
+        [ -n "${WINE_KEEPER:-}" ] && kill -0 "$WINE_KEEPER" 2>/dev/null || return 0
+        sleep 0.1
+    done
+    kill "$WINE_KEEPER" 2>/dev/null
     return 0
 }
 
@@ -148,9 +161,9 @@ begin_display() {
 }
 
 end_display() {
-    [ -n "${OPENBOX_PID:-}" ] && kill "$OPENBOX_PID" 2>/dev/null
-    [ -n "${XVFB_PID:-}" ] && kill "$XVFB_PID" 2>/dev/null
-    wait ${OPENBOX_PID:-} ${XVFB_PID:-} 2>/dev/null
+    [ -z "${OPENBOX_PID:-}" ] || kill "$OPENBOX_PID" 2>/dev/null || true
+    [ -z "${XVFB_PID:-}" ] || kill "$XVFB_PID" 2>/dev/null || true
+    wait ${OPENBOX_PID:-} ${XVFB_PID:-} 2>/dev/null || true
     OPENBOX_PID= XVFB_PID=
     return 0
 }

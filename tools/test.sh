@@ -57,6 +57,7 @@ run_ctest() { # preset, name of the run, programs at a time, ctest's choice of t
     ctest --test-dir "build/$preset" --output-junit "$reports/ctest-$name.xml" -j "$at_once" "$@" \
         --output-on-failure --no-tests=error >"$reports/ctest-$name.log" 2>&1 ||
         grep -E 'FAILED|Failed|\*\*\*|Failure|error:|ERROR: ' "$reports/ctest-$name.log" | head -60
+    [ -e "$reports/ctest-$name.xml" ]
 }
 
 # Tests on one desktop run one at a time, as they share one foreground window. Two halves, each on a
@@ -68,8 +69,9 @@ run_windows_tests() { # preset, name of the half, prefix or nothing for the usua
     shift 3
     trap 'end_wine; end_display' EXIT
     begin_display 1920x1080x24
-    begin_wine "$preset" "$prefix"
-    run_ctest "$preset" "$preset.$half" 1 "$@"
+    begin_wine "$preset" "$prefix" && run_ctest "$preset" "$preset.$half" 1 "$@" && return
+    echo failed >"$reports/ctest-$preset.$half.step"
+    echo "FAILED: Wine or ctest, $preset.$half"
 }
 
 run_fuzzers() {
@@ -113,7 +115,7 @@ if wants checks; then
 fi
 if wants native; then
     say "Core, native, with sanitizers"
-    build_step native && run_ctest native native "$jobs"
+    build_step native && { run_ctest native native "$jobs" || echo failed >"$reports/ctest-native.step"; }
 fi
 # All at once: most of the time a Windows test waits for windows and clocks, and what searches the
 # sources and the parsers for faults leaves it the processor.

@@ -1,6 +1,7 @@
 // The loader against its rules in words: a file read line by line through a buffer, once for each
 // kind of statement.
 #include "assets/model.h"
+#include "assets/model_text.h"
 
 #include "loaded_model.h"
 #include "tests/support/test_folder.h"
@@ -415,7 +416,7 @@ TEST(ModelPasses, files_longer_than_a_counting_block_give_what_reading_them_in_p
 
 // Large files are looked at a stretch at a time; nothing may be lost or counted twice where one
 // ends.
-static constexpr std::size_t STRETCH = 61440; // characters
+static constexpr std::size_t STRETCH = MODEL_TEXT_STRETCH;
 
 // Plain lines up to exactly this length. Some are read, but not counted: they take the room of
 // others.
@@ -458,5 +459,19 @@ TEST(ModelPasses, a_long_line_that_begins_in_one_stretch_and_ends_in_another_com
                                 "v 1 2 3\n" + plain_lines(STRETCH);
         const LoadedModel loaded(obj);
         ASSERT_TRUE(same_model(loaded.model, reference_model(obj, {}))) << length;
+    }
+}
+
+TEST(ModelPasses,
+     a_file_that_ends_in_the_midst_of_a_statement_behind_a_stretch_is_not_read_beyond) {
+    for (const char *tail : {"v", "f", "vn", "v ", "f ", "vn ", "\n", ""}) {
+        for (std::size_t before = 0; before < 5; before++) {
+            const std::string obj = plain_lines(STRETCH - before) + tail;
+            const std::vector<char> exact(obj.begin(), obj.end()); // nothing follows in memory
+            Model model;
+            ASSERT_EQ(model_load_memory(exact, "", &model, 1.0f), 0);
+            EXPECT_TRUE(same_model(model, reference_model(obj, {}))) << tail << before;
+            model_unload(&model);
+        }
     }
 }

@@ -4,6 +4,7 @@
 #include "platform/locations.h"
 #include "platform/text.h"
 #include "platform/thread.h"
+#include "support/test_places.h"
 #include "tests/support/test_folder.h"
 
 #include <gtest/gtest.h>
@@ -14,7 +15,6 @@
 #include <windows.h>
 #else
 #include "platform/posix/drives.h"
-#include "support/test_places.h"
 
 #include <sys/fsuid.h>
 #include <sys/stat.h>
