@@ -133,7 +133,8 @@ for variant in win32 win64; do
     if wants $variant; then
         say "Windows programs under Wine, $variant"
         build_step $variant || continue
-        second=$(second_prefix $variant)
+        # Without a prefix of their own the two halves would be in each other's way.
+        second=$(second_prefix $variant) || { echo failed >"$reports/prefix-$variant.step"; continue; }
         (run_windows_tests $variant page "" -E "$windows_dialogs") &
         runners="$runners $!"
         (run_windows_tests $variant dialogs "$second" -R "$windows_dialogs") &
